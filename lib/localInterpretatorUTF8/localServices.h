@@ -1,0 +1,33 @@
+// What the language core needs from a screen, behind one small interface.
+// The core only ever talks to localServices::instance(); the headless default
+// prints where a window would appear. The graphical console installs its own
+// implementation at start-up.
+#ifndef LOCALSERVICES_H
+#define LOCALSERVICES_H
+
+#include <string>
+
+class localServices {
+public:
+    virtual ~localServices();
+
+    // A modal critical box (file write failures and the like).
+    virtual void criticalBox(const std::u16string &title, const std::u16string &text);
+    // The box of the fatal stop; shown just before the process ends.
+    virtual void fatalBox(const std::u16string &title, const std::u16string &text);
+    // The wait cursor around long work; nested calls pair up.
+    virtual void waitCursorPush();
+    virtual void waitCursorPop();
+    // Lets pending non-input events through.
+    virtual void processEvents();
+    // True when the user pressed Esc since the last poll.
+    virtual bool escapePressed();
+    // True when a screen is there (graphical-only functions may run).
+    virtual bool graphical() const;
+
+    static localServices &instance();
+    // Takes ownership; null restores the headless default.
+    static void install(localServices *services);
+};
+
+#endif

@@ -1,0 +1,81 @@
+// Helpers shared by the Qt tests: running a case in a child process (for the
+// fatal stops, which end the process) and converting wide strings for QCOMPARE.
+#ifndef LOCALTESTSUPPORT_H
+#define LOCALTESTSUPPORT_H
+
+#include "localString.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QtTest>
+
+#include <functional>
+#include <map>
+#include <string>
+
+namespace localTest {
+
+inline QString q(const std::u16string &text)
+{
+    return localToQString(text);
+}
+
+inline std::u16string w(const QString &text)
+{
+    return localFromQString(text);
+}
+
+struct childResult {
+    int exitCode;
+    QByteArray output;
+};
+
+// Cases that must run in a child process, by name. The test's main runs the
+// named case instead of the tests when KORVEL_CHILD_CASE is set.
+inline std::map<std::string, std::function<void()>> &childCases()
+{
+    static std::map<std::string, std::function<void()>> cases;
+    return cases;
+}
+
+inline childResult runChild(const QString &caseName)
+{
+    QProcess child;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert("KORVEL_CHILD_CASE", caseName);
+    child.setProcessEnvironment(env);
+    child.setProcessChannelMode(QProcess::MergedChannels);
+    child.start(QCoreApplication::applicationFilePath(), QStringList());
+    child.waitForFinished(60000);
+    return {child.exitStatus() == QProcess::NormalExit ? child.exitCode() : -1, child.readAll()};
+}
+
+} // namespace localTest
+
+// A main that runs a child case when asked to, and the test object otherwise.
+#define LOCAL_TEST_MAIN(TestObject)                                                                                  \
+    int main(int argc, char **argv)                                                                                  \
+    {                                                                                                                \
+        QCoreApplication app(argc, argv);                                                                            \
+        const QByteArray childCase = qgetenv("KORVEL_CHILD_CASE");                                                   \
+        if (!childCase.isEmpty()) {                                                                                  \
+            auto found = localTest::childCases().find(childCase.toStdString());                                      \
+            if (found == localTest::childCases().end())                                                              \
+                return 99;                                                                                           \
+            found->second();                                                                                         \
+            return 0;                                                                                                \
+        }                                                                                                            \
+        TestObject test;                                                                                             \
+        return QTest::qExec(&test, argc, argv);                                                                      \
+    }
+
+#endif
+
+// Registers a child case: LOCAL_CHILD_CASE(name) { ... }
+#define LOCAL_CHILD_CASE(name)                                                                                       \
+    static void localChildCase_##name();                                                                             \
+    static const bool localChildCaseRegistered_##name =                                                              \
+        (localTest::childCases()[#name] = localChildCase_##name, true);                                              \
+    static void localChildCase_##name()
