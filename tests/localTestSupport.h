@@ -11,6 +11,9 @@
 #include <QString>
 #include <QtTest>
 
+#include <iostream>
+#include <sstream>
+
 #include <functional>
 #include <map>
 #include <string>
@@ -79,3 +82,47 @@ inline childResult runChild(const QString &caseName)
     static const bool localChildCaseRegistered_##name =                                                              \
         (localTest::childCases()[#name] = localChildCase_##name, true);                                              \
     static void localChildCase_##name()
+
+#include "localContextUTF8.h"
+#include "localInterpretatorUTF8.h"
+
+namespace localTest {
+
+// The process's global context, made once as the console makes it.
+inline localContextUTF8 *globalContext()
+{
+    if (localContextUTF8::globalContext == nullptr)
+        new localContextUTF8();
+    return localContextUTF8::globalContext;
+}
+
+// Evaluates `text` in `context`; the outcome as one comparable line:
+// "ok <type> <text>" or "fail <status>", with the position the scan reached.
+struct evaluation {
+    bool done = false;
+    int status = 0;
+    int type = -1;
+    QString text;
+    int position = 0;
+};
+
+inline evaluation evaluate(const QString &text, localContextUTF8 *context, bool onlyCheck = false)
+{
+    evaluation outcome;
+    const std::u16string wide = w(text);
+    localErrorType status = localErrorTypeOK;
+    size_t position = 0;
+    localValueDescription *result = nullptr;
+    outcome.done = localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(status, wide, position, &result,
+                                                                             context, onlyCheck);
+    outcome.status = status;
+    outcome.position = int(position);
+    if (result != nullptr) {
+        outcome.type = result->getType();
+        outcome.text = q(result->toString());
+        localValueRelease(result);
+    }
+    return outcome;
+}
+
+} // namespace localTest

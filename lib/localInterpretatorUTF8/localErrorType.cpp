@@ -183,3 +183,8 @@ void exit_FAILURE(const char *message)
 {
     exit_FAILURE(localFromQString(QString::fromUtf8(message)));
 }
+
+void exit_FAILURE(const std::string &message)
+{
+    exit_FAILURE(message.c_str());
+}

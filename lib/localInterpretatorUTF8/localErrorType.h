@@ -104,5 +104,6 @@ void localDiag(const std::u16string &message, bool error, const char *func, cons
 // The fatal stop, for broken invariants of the program itself only.
 [[noreturn]] void exit_FAILURE(const std::u16string &message);
 [[noreturn]] void exit_FAILURE(const char *message);
+[[noreturn]] void exit_FAILURE(const std::string &message); // UTF-8
 
 #endif

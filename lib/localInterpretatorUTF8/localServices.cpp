@@ -29,6 +29,13 @@ void localServices::waitCursorPush() {}
 void localServices::waitCursorPop() {}
 void localServices::processEvents() {}
 
+void localServices::editFile(const std::u16string &fileName, int32_t, bool builtIn)
+{
+    std::cout << (builtIn ? "EDIT COMMAND" : "MODIFY COMMAND") << " needs the graphical console; the file is "
+              << localNarrow(fileName) << "\n"
+              << std::flush;
+}
+
 bool localServices::escapePressed()
 {
     return false;

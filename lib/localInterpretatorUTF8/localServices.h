@@ -5,6 +5,7 @@
 #ifndef LOCALSERVICES_H
 #define LOCALSERVICES_H
 
+#include <cstdint>
 #include <string>
 
 class localServices {
@@ -22,6 +23,10 @@ public:
     virtual void processEvents();
     // True when the user pressed Esc since the last poll.
     virtual bool escapePressed();
+    // Opens a program file for editing: the built-in editor (EDIT COMMAND)
+    // or the external one (MODIFY COMMAND). Headless: says that it needs the
+    // graphical console.
+    virtual void editFile(const std::u16string &fileName, int32_t codePage, bool builtIn);
     // True when a screen is there (graphical-only functions may run).
     virtual bool graphical() const;
 

@@ -1,0 +1,59 @@
+// korvel-cli: the headless runner.
+//   korvel-cli FILE   runs the console line DO "FILE" in a fresh process
+//   korvel-cli        handles console lines from standard input
+#include "localConsoleLine.h"
+#include "localContextUTF8.h"
+#include "localStd.h"
+#include "localString.h"
+
+#include <QCoreApplication>
+
+#include <unistd.h>
+
+#include <iostream>
+#include <string>
+
+namespace {
+
+int runFile(localConsoleLine &console, const char *fileName)
+{
+    const std::u16string name = localFromQString(QString::fromLocal8Bit(fileName));
+    bool succeeded = false;
+    const localErrorType status = console.cmdExec(u"DO \"" + name + u"\"", &succeeded);
+    if (status == localErrorTypeQUIT)
+        return 0;
+    return succeeded && (status == localErrorTypeOK || status == localErrorTypeRESULTnotOne) ? 0 : 1;
+}
+
+int runLines(localConsoleLine &console)
+{
+    const bool interactive = isatty(STDIN_FILENO) != 0;
+    std::string line;
+    for (;;) {
+        if (interactive)
+            std::cout << "localInterpretatorUTF8> " << std::flush;
+        if (!std::getline(std::cin, line))
+            return 0;
+        const std::u16string wide = localString::trim(localFromQString(QString::fromUtf8(line.c_str())));
+        if (console.cmdExec(wide) == localErrorTypeQUIT)
+            return 0;
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    localStd::argv0Set(argv[0]);
+    QCoreApplication application(argc, argv);
+    if (argc > 2) {
+        std::cerr << "usage: korvel-cli [program-file]\n";
+        return 2;
+    }
+    // The first context made is the global one, and the console works in it.
+    localContextUTF8 *context = new localContextUTF8();
+    localConsoleLine console(context);
+    const int code = argc == 2 ? runFile(console, argv[1]) : runLines(console);
+    std::cout << std::flush;
+    return code;
+}

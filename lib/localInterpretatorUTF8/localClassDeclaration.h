@@ -1,0 +1,83 @@
+// A class of the language: its two names, its members and the dispatch
+// functions that the evaluator reaches through attrGet and methodExec.
+#ifndef LOCALCLASSDECLARATION_H
+#define LOCALCLASSDECLARATION_H
+
+#include "localValueDescription.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+// (status, context, object slot, upper-cased name, arguments, result)
+typedef bool (*localMethodFunction)(localErrorType &status, localContextUTF8 *context, void **object,
+                                    const std::u16string &name, localValueVector *arguments,
+                                    localValueDescription **result);
+typedef bool (*localAttribGetFunction)(localErrorType &status, localContextUTF8 *context, void **object,
+                                       const std::u16string &name, localValueDescription **result);
+typedef bool (*localAttribSetFunction)(localErrorType &status, localContextUTF8 *context, void **object,
+                                       const std::u16string &name, localValueDescription *value);
+// (object slot, delta) to the object's link count; delta 0 only asks.
+typedef int64_t (*localObjectLinkFunctionType)(void **object, int delta);
+
+struct localClassMember {
+    std::u16string name; // upper case; "" is the constructor, "~" the destructor
+    localMethodFunction EXEC = nullptr;
+    localAttribSetFunction SET = nullptr;
+    localAttribGetFunction GET = nullptr;
+};
+
+class localClassDeclaration {
+public:
+    std::u16string className = u"новый класс";
+    std::u16string className2 = u"new class";
+    std::u16string reserved1;
+    std::u16string reserved2;
+    std::u16string description;
+    localObjectLinkFunctionType localObjectLinkFunction = nullptr;
+    localMethodFunction localClassMethodFallback = nullptr;
+    localAttribGetFunction localClassAttribFallback = nullptr;
+    std::vector<localClassMember *> members;
+
+    static int64_t counterStaticTotal;
+
+    localClassDeclaration();
+    localClassDeclaration(const localClassDeclaration &) = delete;
+    localClassDeclaration &operator=(const localClassDeclaration &) = delete;
+    virtual ~localClassDeclaration();
+
+    // Appends a member in declaration order.
+    void memberAdd(const std::u16string &name, localMethodFunction exec, localAttribSetFunction set = nullptr,
+                   localAttribGetFunction get = nullptr);
+    // Appends one member per name (English, Russian) with the same functions.
+    void memberAdd2(const std::u16string &name, const std::u16string &name2, localMethodFunction exec,
+                    localAttribSetFunction set = nullptr, localAttribGetFunction get = nullptr);
+    // The first member of that exact name, or null.
+    const localClassMember *memberFind(const std::u16string &name) const;
+
+    bool attrGet(localErrorType &status, localContextUTF8 *context, void *object, const std::u16string &name,
+                 localValueDescription **result);
+    bool attrSet(localErrorType &status, localContextUTF8 *context, void *object, const std::u16string &name,
+                 localValueDescription *value);
+    // A null object is a call on the class itself (constructors).
+    bool methodExec(localErrorType &status, localContextUTF8 *context, void *object, const std::u16string &name,
+                    localValueVector *arguments, localValueDescription **result);
+
+private:
+    // First member by name; the table is built once, so a map gives the
+    // same answer as a search in declaration order.
+    std::unordered_map<std::u16string, const localClassMember *> memberIndex;
+};
+
+// The shared opening of every class's method dispatch function: the result
+// must arrive null, a fresh result cell is handed out and the status set to
+// 54. Returns the object, or null for a class-level call.
+void *localDispatchBegin(localErrorType &status, void **object, localValueDescription **result,
+                         const char *routine);
+
+// Argument checks of the dispatch functions, in the order count, kind, value.
+bool localArgCount(localErrorType &status, const localValueVector *arguments, size_t count);
+bool localArgCountRange(localErrorType &status, const localValueVector *arguments, size_t low, size_t high);
+bool localArgType(localErrorType &status, const localValueVector *arguments, size_t index, int32_t type);
+
+#endif

@@ -1,0 +1,451 @@
+#include "localContextUTF8.h"
+
+#include "localGlobalFunctions.h"
+#include "localInterpretatorUTF8.h"
+#include "localString.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <iostream>
+
+localContextUTF8 *localContextUTF8::globalContext = nullptr;
+int64_t localContextUTF8::counterStaticTotal = 0;
+
+namespace {
+
+void outputToCout(const std::u16string &text)
+{
+    std::string line = localNarrow(text);
+    line += '\n';
+    std::cout << line << std::flush;
+}
+
+std::vector<localContextUTF8::declarationGetter> &startupClasses()
+{
+    static std::vector<localContextUTF8::declarationGetter> getters;
+    return getters;
+}
+
+std::u16string addressText(const void *address)
+{
+    char buffer[32];
+    const int length = std::snprintf(buffer, sizeof buffer, "%p", address);
+    return std::u16string(buffer, buffer + length);
+}
+
+bool isConstantName(const std::u16string &nameUpper, bool &value)
+{
+    if (nameUpper == u"TRUE" || nameUpper == u"ИСТИНА") {
+        value = true;
+        return true;
+    }
+    if (nameUpper == u"FALSE" || nameUpper == u"ЛОЖЬ") {
+        value = false;
+        return true;
+    }
+    return false;
+}
+
+// Members TRUE, FALSE and their Russian twins; a bare name with no member
+// reaches the fallback below.
+bool contextConstantGet(localErrorType &status, localContextUTF8 *, void **, const std::u16string &name,
+                        localValueDescription **result)
+{
+    bool value = false;
+    if (!isConstantName(localInterpretatorUTF8::nameToUpper(name), value)) {
+        status = localErrorTypeATTRIBUTEunknown;
+        return false;
+    }
+    *result = localValueNew();
+    (*result)->setBool(value);
+    return true;
+}
+
+// A bare name in an expression: a constant, else the variable's own cell.
+bool contextVariableGet(localErrorType &status, localContextUTF8 *context, void **object,
+                        const std::u16string &name, localValueDescription **result)
+{
+    const std::u16string nameUpper = localInterpretatorUTF8::nameToUpper(name);
+    bool value = false;
+    if (isConstantName(nameUpper, value)) {
+        *result = localValueNew();
+        (*result)->setBool(value);
+        return true;
+    }
+    localContextUTF8 *scope = *object != nullptr ? static_cast<localContextUTF8 *>(*object) : context;
+    localVariable *variable = scope != nullptr ? scope->variableLookup(name, nameUpper) : nullptr;
+    if (variable == nullptr) {
+        status = localErrorTypeATTRIBUTEunknown;
+        return false;
+    }
+    variable->value->linkCounterInc();
+    *result = variable->value;
+    return true;
+}
+
+// Maps what a compiled function left in the status to the caller's view.
+bool functionStatusMap(localErrorType &status, localErrorType before, bool ran)
+{
+    if (ran && (status == localErrorTypeOK || status == localErrorTypeRETURN)) {
+        status = before;
+        return true;
+    }
+    if (status == localErrorTypeBREAK)
+        status = localErrorTypeBREAKoutside;
+    else if (status == localErrorTypeCONTINUE)
+        status = localErrorTypeCONTINUEoutside;
+    return false;
+}
+
+bool contextDispatch(localErrorType &status, localContextUTF8 *context, void **object, const std::u16string &name,
+                     localValueVector *arguments, localValueDescription **result);
+
+// A user function found through the chain takes precedence over a built-in.
+// Returns true when the name was a user function (the call's outcome is in
+// `succeeded`).
+bool userFunctionCall(localErrorType &status, localContextUTF8 *holder, const std::u16string &nameUpper,
+                      localValueVector *arguments, localValueDescription **result, bool &succeeded)
+{
+    int depth = 0;
+    const localFunctionEntry *entry = holder->functionLookup(nameUpper, &depth);
+    if (entry == nullptr)
+        return false;
+    if (entry->block) {
+        const localErrorType before = status;
+        const bool ran = localBlockCall(status, holder, entry->block.get(), arguments, result);
+        succeeded = functionStatusMap(status, before, ran);
+        return true;
+    }
+    if (entry->native != nullptr && entry->native != contextDispatch) {
+        localContextUTF8 *owner = holder;
+        for (int up = 0; up < depth && owner->parent != nullptr; ++up)
+            owner = owner->parent;
+        void *slot = owner;
+        const std::u16string nameCopy = nameUpper;
+        succeeded = entry->native(status, owner, &slot, nameCopy, arguments, result);
+        return true;
+    }
+    return false;
+}
+
+bool contextDispatch(localErrorType &status, localContextUTF8 *context, void **object, const std::u16string &name,
+                     localValueVector *arguments, localValueDescription **result)
+{
+    localResultMustBeNull(result, "localContextUTF8::classImplementationMethodFunction()");
+    status = localErrorTypeOK;
+    localContextUTF8 *holder = *object != nullptr ? static_cast<localContextUTF8 *>(*object) : context;
+    if (holder == nullptr) {
+        if (!name.empty()) {
+            status = localErrorTypeMETHODnotDeclared;
+            return false;
+        }
+        *result = localValueNew();
+        (*result)->setObject(new localContextUTF8(context), localContextUTF8::classDeclaration());
+        return true;
+    }
+    const std::u16string nameUpper = localInterpretatorUTF8::nameToUpper(name);
+    bool succeeded = false;
+    if (userFunctionCall(status, holder, nameUpper, arguments, result, succeeded))
+        return succeeded;
+    *result = localValueNew();
+    if (arguments == nullptr) {
+        status = localErrorTypeINTERNAL;
+        return false;
+    }
+    const localGlobalFunctionHandler handler = localGlobalFunctionFind(nameUpper);
+    if (handler == nullptr) {
+        status = localErrorTypeMETHODunknown;
+        return false;
+    }
+    return handler(status, holder, *arguments, *result);
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------
+
+localContextUTF8::localContextUTF8()
+{
+    constructCommon(nullptr);
+}
+
+localContextUTF8::localContextUTF8(localContextUTF8 *parentContext)
+{
+    if (globalContext == nullptr) {
+        globalContext = new localContextUTF8();
+        outputToCout(u"глобальным назначен контекст [" + addressText(globalContext) + u"]");
+    }
+    constructCommon(parentContext != nullptr ? parentContext : globalContext);
+}
+
+void localContextUTF8::constructCommon(localContextUTF8 *parentContext)
+{
+    localMemoryManager::instance();
+    ++counterStaticTotal;
+    if (globalContext == nullptr)
+        globalContext = this;
+    parent = globalContext == this ? nullptr : (parentContext != nullptr ? parentContext : globalContext);
+    localErrorType status = localErrorTypeOK;
+    init(status);
+}
+
+localContextUTF8::~localContextUTF8()
+{
+    for (localVariable &variable : variables)
+        variable.value->linkCounterDec();
+    --counterStaticTotal;
+    if (globalContext == this)
+        globalContext = nullptr;
+}
+
+void localContextUTF8::init(localErrorType &status)
+{
+    if (globalContext == nullptr)
+        exit_FAILURE("localContextUTF8::init() localContextUTF8::globalContext can not be NULL in this moment!");
+    std::srand(unsigned(std::time(nullptr)));
+    status = localErrorTypeOK;
+    interruptible = false;
+    output = outputToCout;
+    unusedWord = 0;
+    variables.clear();
+    classes.clear();
+    if (globalContext != this)
+        return;
+    for (const localClassMember *member : classDeclaration()->members)
+        if (member->EXEC != nullptr && !member->name.empty() && member->name != u"~")
+            functionRegister(member->name, member->EXEC);
+    for (declarationGetter getter : startupClasses()) {
+        localClassDeclaration *declaration = getter();
+        if (!classRegister(declaration))
+            LOCAL_DIAG(u"Class [" + declaration->className + u"] registration fail! ");
+    }
+    variables.clear();
+}
+
+// --- variables -------------------------------------------------------------
+
+bool localContextUTF8::variableMatches(const localVariable &variable, const std::u16string &name,
+                                       const std::u16string &nameUpper) const
+{
+    return caseSensitive ? variable.name == name : variable.name == nameUpper;
+}
+
+localVariable *localContextUTF8::variableLookup(const std::u16string &name, const std::u16string &nameUpper,
+                                                localContextUTF8 **foundIn)
+{
+    for (localContextUTF8 *scope = this; scope != nullptr; scope = scope->parent) {
+        for (localVariable &variable : scope->variables) {
+            if (scope->variableMatches(variable, name, nameUpper)) {
+                if (foundIn != nullptr)
+                    *foundIn = scope;
+                return &variable;
+            }
+        }
+    }
+    return nullptr;
+}
+
+localVariable *localContextUTF8::variableFind(const std::u16string &name, localContextUTF8 **foundIn)
+{
+    return variableLookup(name, localInterpretatorUTF8::nameToUpper(name), foundIn);
+}
+
+std::u16string localContextUTF8::variableNormalName(const std::u16string &name) const
+{
+    return caseSensitive ? name : localInterpretatorUTF8::nameToUpper(name);
+}
+
+localVariable *localContextUTF8::variableCreate(const std::u16string &name)
+{
+    variables.push_back(localVariable{name, localValueNew()});
+    return &variables.back();
+}
+
+bool localContextUTF8::variableSet(const std::u16string &name, const localValueDescription *value)
+{
+    localVariable *variable = variableFind(name);
+    if (variable == nullptr)
+        variable = variableCreate(variableNormalName(name));
+    localValueDescription::localValueCopy(variable->value, value);
+    return true;
+}
+
+bool localContextUTF8::variableSetNumber(const std::u16string &name, double number)
+{
+    localValueDescription *temporary = new localValueDescription;
+    temporary->setVal(number);
+    const bool done = variableSet(name, temporary);
+    delete temporary;
+    return done;
+}
+
+void localContextUTF8::variableReplaceCell(localVariable *variable, localValueDescription *cell)
+{
+    cell->linkCounterInc();
+    localValueRelease(variable->value);
+    variable->value = cell;
+}
+
+std::u16string localContextUTF8::variableToString(const std::u16string &name)
+{
+    const localVariable *variable = variableFind(name);
+    if (variable == nullptr)
+        return u"variable " + name + u" not found!";
+    return variable->value->toString();
+}
+
+// --- functions -------------------------------------------------------------
+
+const localFunctionEntry *localContextUTF8::functionLookup(const std::u16string &nameUpper, int *depth) const
+{
+    int level = 0;
+    for (const localContextUTF8 *scope = this; scope != nullptr; scope = scope->parent, ++level) {
+        if (scope->functions.empty())
+            continue;
+        const auto found = scope->functionIndex.find(nameUpper);
+        if (found != scope->functionIndex.end()) {
+            if (depth != nullptr)
+                *depth = level;
+            return &scope->functions[found->second];
+        }
+    }
+    return nullptr;
+}
+
+void localContextUTF8::functionRegister(const std::u16string &name, localMethodFunction native)
+{
+    const std::u16string nameUpper = localInterpretatorUTF8::nameToUpper(name);
+    const auto found = functionIndex.find(nameUpper);
+    if (found != functionIndex.end()) {
+        functions[found->second].native = native;
+        functions[found->second].block.reset();
+        return;
+    }
+    functionIndex.emplace(nameUpper, functions.size());
+    functions.push_back(localFunctionEntry{nameUpper, native, nullptr});
+}
+
+void localContextUTF8::functionRegister(const std::u16string &name,
+                                        const std::shared_ptr<const localOperatorCompiled> &block)
+{
+    const std::u16string nameUpper = localInterpretatorUTF8::nameToUpper(name);
+    const auto found = functionIndex.find(nameUpper);
+    if (found != functionIndex.end()) {
+        functions[found->second].native = nullptr;
+        functions[found->second].block = block;
+        return;
+    }
+    functionIndex.emplace(nameUpper, functions.size());
+    functions.push_back(localFunctionEntry{nameUpper, nullptr, block});
+}
+
+bool localContextUTF8::funcExec(localErrorType &status, const std::u16string &name, localValueVector *arguments,
+                                localValueDescription **result)
+{
+    localResultMustBeNull(result, "localContextUTF8::funcExec()");
+    const std::u16string nameUpper = localInterpretatorUTF8::nameToUpper(name);
+    const localFunctionEntry *entry = functionLookup(nameUpper);
+    if (entry == nullptr || (entry->native == nullptr && !entry->block)) {
+        status = localErrorTypeFUNCTIONunknown;
+        return false;
+    }
+    const localErrorType before = status;
+    bool ran = false;
+    if (entry->block) {
+        ran = localBlockCall(status, this, entry->block.get(), arguments, result);
+    } else {
+        void *noObject = nullptr;
+        const std::u16string nameCopy = nameUpper;
+        ran = entry->native(status, this, &noObject, nameCopy, arguments, result);
+    }
+    return functionStatusMap(status, before, ran);
+}
+
+bool localContextUTF8::createObj(localErrorType &status, const std::u16string &className, localValueVector *arguments,
+                                 localValueDescription **result)
+{
+    localResultMustBeNull(result, "localContextUTF8::createObj()");
+    localClassDeclaration *declaration = classFind(className);
+    if (declaration == nullptr) {
+        status = localErrorTypeCLASSunknown;
+        return false;
+    }
+    localValueDescription *made = nullptr;
+    const bool done = declaration->methodExec(status, this, nullptr, u"", arguments, &made);
+    if (done) {
+        *result = localValueNew();
+        localValueDescription::localValueCopy(*result, made);
+    }
+    localValueRelease(made);
+    return done;
+}
+
+// --- classes ---------------------------------------------------------------
+
+bool localContextUTF8::classRegister(localClassDeclaration *declaration)
+{
+    std::vector<localClassDeclaration *> &list = globalContext->classes;
+    for (localClassDeclaration *listed : list)
+        if (listed == declaration)
+            return true;
+    for (localClassDeclaration *listed : list)
+        if (listed->className == declaration->className || listed->className2 == declaration->className2)
+            return false;
+    list.push_back(declaration);
+    return true;
+}
+
+localClassDeclaration *localContextUTF8::classFind(const std::u16string &name)
+{
+    if (globalContext == nullptr)
+        return nullptr;
+    const std::u16string nameUpper = localInterpretatorUTF8::nameToUpper(name);
+    for (localClassDeclaration *listed : globalContext->classes)
+        if (listed->className == nameUpper || listed->className2 == nameUpper)
+            return listed;
+    return nullptr;
+}
+
+bool localContextUTF8::classRegistered(const std::u16string &name)
+{
+    return classFind(name) != nullptr;
+}
+
+void localContextUTF8::startupClassAdd(declarationGetter getter)
+{
+    startupClasses().push_back(getter);
+}
+
+std::u16string localContextUTF8::toString() const
+{
+    return u"объект класса [КОНТЕКСТ] по адресу [" + addressText(this) + u"]";
+}
+
+localClassDeclaration *localContextUTF8::classDeclaration()
+{
+    static localClassDeclaration *declaration = nullptr;
+    if (declaration != nullptr)
+        return declaration;
+    declaration = new localClassDeclaration;
+    declaration->className = u"CONTEXT";
+    declaration->className2 = u"КОНТЕКСТ";
+    declaration->description = u"это контекст";
+    declaration->localClassMethodFallback = contextDispatch;
+    declaration->localClassAttribFallback = contextVariableGet;
+    declaration->memberAdd(u"", contextDispatch);
+    declaration->memberAdd(u"~", contextDispatch);
+    size_t count = 0;
+    const localGlobalFunctionRow *rows = localGlobalFunctionRows(count);
+    for (size_t i = 0; i < count; ++i) {
+        for (const char16_t *name : {rows[i].english, rows[i].russian}) {
+            if (name == nullptr || *name == 0)
+                continue;
+            if (rows[i].attribute)
+                declaration->memberAdd(name, nullptr, nullptr, contextConstantGet);
+            else
+                declaration->memberAdd(name, contextDispatch);
+        }
+    }
+    return declaration;
+}

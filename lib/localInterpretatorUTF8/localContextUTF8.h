@@ -1,0 +1,102 @@
+// A scope of the language: variables, functions, classes (global context
+// only) and a parent. A context is also an object of the class CONTEXT, which
+// is how the evaluator reaches variables and functions.
+#ifndef LOCALCONTEXTUTF8_H
+#define LOCALCONTEXTUTF8_H
+
+#include "localClassDeclaration.h"
+
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <string>
+#include <vector>
+
+class localOperatorCompiled;
+
+struct localVariable {
+    std::u16string name;
+    localValueDescription *value = nullptr; // the variable's own link
+};
+
+struct localFunctionEntry {
+    std::u16string name; // upper case
+    localMethodFunction native = nullptr;
+    // Shared with the compiled tree that defined it, so the function stays
+    // callable after the run that registered it has ended.
+    std::shared_ptr<const localOperatorCompiled> block;
+};
+
+class localContextUTF8 {
+public:
+    void (*output)(const std::u16string &text) = nullptr;
+    bool interruptible = false;
+    localContextUTF8 *parent = nullptr;
+    intptr_t unusedWord = 0;
+    std::vector<localClassDeclaration *> classes;
+    std::vector<localFunctionEntry> functions;
+    std::vector<localVariable> variables;
+    bool caseSensitive = false;
+
+    static localContextUTF8 *globalContext;
+    static int64_t counterStaticTotal;
+
+    localContextUTF8();
+    explicit localContextUTF8(localContextUTF8 *parentContext);
+    localContextUTF8(const localContextUTF8 &) = delete;
+    localContextUTF8 &operator=(const localContextUTF8 &) = delete;
+    virtual ~localContextUTF8();
+
+    void init(localErrorType &status);
+
+    // Through the chain; `nameUpper` is used in contexts that are not case sensitive.
+    localVariable *variableLookup(const std::u16string &name, const std::u16string &nameUpper,
+                                  localContextUTF8 **foundIn = nullptr);
+    localVariable *variableFind(const std::u16string &name, localContextUTF8 **foundIn = nullptr);
+    // Appends a variable with a new cell (number 0); no duplicate check.
+    localVariable *variableCreate(const std::u16string &name);
+    // The stored form of a new variable's name: upper case unless case sensitive.
+    std::u16string variableNormalName(const std::u16string &name) const;
+    bool variableSet(const std::u16string &name, const localValueDescription *value);
+    bool variableSetNumber(const std::u16string &name, double number);
+    void variableReplaceCell(localVariable *variable, localValueDescription *cell);
+    std::u16string variableToString(const std::u16string &name);
+
+    const localFunctionEntry *functionLookup(const std::u16string &nameUpper, int *depth = nullptr) const;
+    void functionRegister(const std::u16string &name, localMethodFunction native);
+    void functionRegister(const std::u16string &name, const std::shared_ptr<const localOperatorCompiled> &block);
+
+    bool funcExec(localErrorType &status, const std::u16string &name, localValueVector *arguments,
+                  localValueDescription **result);
+    bool createObj(localErrorType &status, const std::u16string &className, localValueVector *arguments,
+                   localValueDescription **result);
+
+    // Class list, always kept in the global context.
+    static bool classRegister(localClassDeclaration *declaration);
+    static localClassDeclaration *classFind(const std::u16string &name);
+    static bool classRegistered(const std::u16string &name);
+
+    // The class CONTEXT / КОНТЕКСТ, whose objects are contexts.
+    static localClassDeclaration *classDeclaration();
+    // "объект класса [КОНТЕКСТ] по адресу [...]"
+    std::u16string toString() const;
+
+    // Registration points for the classes that the global context's init
+    // registers, in that order (value list, value table, table document).
+    typedef localClassDeclaration *(*declarationGetter)();
+    static void startupClassAdd(declarationGetter getter);
+
+private:
+    // First entry of a name in `functions`, so that a call finds it without a scan.
+    std::unordered_map<std::u16string, size_t> functionIndex;
+
+    void constructCommon(localContextUTF8 *parentContext);
+    bool variableMatches(const localVariable &variable, const std::u16string &name,
+                         const std::u16string &nameUpper) const;
+};
+
+// Runs a compiled function body (defined with the executor).
+bool localBlockCall(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *block,
+                    localValueVector *arguments, localValueDescription **result);
+
+#endif

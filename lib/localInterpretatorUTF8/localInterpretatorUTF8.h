@@ -1,0 +1,81 @@
+// The scanner and evaluator: an expression is kept as text and evaluated in
+// one pass each time it runs; the same routines with `onlyCheck` only move the
+// position and check the syntax. Also the name chain and the immediate
+// statements (the console's `? expr`, `DO file`, `DISPLAY MEMORY`...).
+#ifndef LOCALINTERPRETATORUTF8_H
+#define LOCALINTERPRETATORUTF8_H
+
+#include "localContextUTF8.h"
+
+#include <string>
+
+// Operator numbers are also their precedence: higher binds tighter.
+enum localOperatorType : int32_t {
+    localOperatorNONE = 0,
+    localOperatorMINUS = 1,
+    localOperatorPLUS = 2,
+    localOperatorDIVIDE = 3,
+    localOperatorREMAINDER = 4,
+    localOperatorMULTIPLY = 5,
+    localOperatorAND = 7,
+    localOperatorEQUAL = 8,
+    localOperatorNOTEQUAL = 9,
+    localOperatorGREATEROREQUAL = 10,
+    localOperatorGREATER = 11,
+    localOperatorLESSOREQUAL = 12,
+    localOperatorLESS = 13,
+    localOperatorOR = 14
+};
+enum localUnaryOperatorType : int32_t { localUnaryNONE = 0, localUnaryMINUS = 1, localUnaryNOT = 2 };
+
+class localInterpretatorUTF8 {
+public:
+    static void scanStringSkipSpace(const std::u16string &text, size_t &position);
+    static std::u16string scanStringGetNameToken(const std::u16string &text, size_t &position);
+    static std::u16string nameToUpper(const std::u16string &name);
+    static void nameToUpperInPlace(std::u16string &name);
+    static bool isNameChar(char16_t c);
+
+    static bool scanStringGetNumberTokenAndEvaluete(localErrorType &status, const std::u16string &text,
+                                                     size_t &position, localValueDescription **result);
+    static bool scanStringGetStringTokenAndEvaluete(const std::u16string &text, size_t &position,
+                                                     localValueDescription **result);
+    static bool scanStringGetOperandAndEvaluete(localErrorType &status, const std::u16string &text,
+                                                size_t &position, localValueDescription **result,
+                                                localContextUTF8 *context, bool onlyCheck);
+    static bool scanStringGetExpressionAndEvaluete(localErrorType &status, const std::u16string &text,
+                                                   size_t &position, localValueDescription **result,
+                                                   localContextUTF8 *context, bool onlyCheck);
+    static int32_t scanStringGetUnaryOperator(const std::u16string &text, size_t &position);
+    static int32_t scanStringGetBinaryOperator(const std::u16string &text, size_t &position);
+    static bool binaryOperationByEnumEvaluate(localErrorType &status, localValueDescription *result,
+                                              int32_t operation, const localValueDescription *left,
+                                              const localValueDescription *right);
+    static bool unaryOperationByEnumEvaluate(localErrorType &status, localValueDescription *result,
+                                             int32_t operation, const localValueDescription *operand);
+
+    static bool scanStringGetNameTokenAndEvaluete(localErrorType &status, const std::u16string &text,
+                                                  size_t &position, localValueDescription **result,
+                                                  localContextUTF8 *context, bool onlyCheck);
+    static bool scanStringGetParameters(localErrorType &status, const std::u16string &text, size_t &position,
+                                        localValueVector &parameters, localContextUTF8 *context, bool onlyCheck);
+
+    static bool scanStringGetOperatorAndExec(localErrorType &status, const std::u16string &text, size_t &position,
+                                             localContextUTF8 *context, bool onlyCheck);
+    // A file name after DO, MODIFY COMMAND...: quoted, or up to a blank or line end.
+    static bool scanStringGetFileName(localErrorType &status, const std::u16string &text, size_t &position,
+                                      std::u16string &fileName);
+
+    // Listings of DISPLAY FUNCTION / CLASS / MEMORY; an empty mask lists all.
+    static void dispFunc(localContextUTF8 *context, const std::u16string &mask);
+    static void dispClass(const std::u16string &mask);
+    static void dispMemo(localContextUTF8 *context, const std::u16string &mask);
+    static bool maskMatches(const std::u16string &mask, const std::u16string &name);
+
+    // Evaluates a whole expression text; a convenience over the scanner for
+    // callers that hold a complete expression.
+    static bool evaluate(localErrorType &status, const std::u16string &text, localValueDescription **result,
+                         localContextUTF8 *context);
+};
+
+#endif

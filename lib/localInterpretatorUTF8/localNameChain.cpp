@@ -1,0 +1,127 @@
+// The name chain: variables, constants, function calls, attributes and
+// method calls are one thing, because a bare name is a member of the current
+// context, reached through the class CONTEXT.
+//
+//   name-chain := link { "." link }
+//   link       := name [ "(" parameters ")" ]     (no blank before "(")
+//   parameters := { expression [ "," ] }          (commas are optional)
+#include "localInterpretatorUTF8.h"
+
+#include "localString.h"
+
+#include <iostream>
+
+bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &status, const std::u16string &text,
+                                                               size_t &position, localValueDescription **result,
+                                                               localContextUTF8 *context, bool onlyCheck)
+{
+    localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete()");
+    if (context == nullptr && !onlyCheck)
+        exit_FAILURE("localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete() context may be NULL only in "
+                     "onlyCheck!");
+    *result = localValueNew();
+    // Not a table cell: the working value lives only for this call.
+    localValueDescription working;
+    if (!onlyCheck)
+        working.setObject(context, localContextUTF8::classDeclaration());
+    localValueVector arguments;
+    auto fail = [&]() {
+        localValueReleaseAll(arguments);
+        localValueRelease(*result);
+        return false;
+    };
+
+    while (position < text.size()) {
+        const std::u16string name = scanStringGetNameToken(text, position);
+        if (name.empty()) {
+            status = localErrorTypeSYNTAX;
+            return fail();
+        }
+        bool call = false;
+        if (position < text.size() && text[position] == u'(') {
+            ++position;
+            if (!scanStringGetParameters(status, text, position, arguments, context, onlyCheck))
+                return fail();
+            if (position >= text.size() || text[position] != u')') {
+                std::cout << localNarrow(u"ожидается  ')' в позиции ") << position << "\n" << std::flush;
+                status = localErrorTypeSYNTAXcloseBracket;
+                return fail();
+            }
+            ++position;
+            call = true;
+        }
+        if (onlyCheck) {
+            (*result)->setVal(1.0);
+            localValueReleaseAll(arguments);
+        } else {
+            if (working.type != localValueTypeOBJ) {
+                std::string out = localNarrow(u"ERROR в scanStringGetNameTokenAndEvaluete() value [");
+                out += localNarrow(working.toString()) + "] is not OBJECT to implement the method [";
+                out += localNarrow(name) + "] position: " + std::to_string(position) + "\n";
+                std::cout << out << std::flush;
+                status = localErrorTypeNOTobject;
+                return fail();
+            }
+            if (working.localValueClass == nullptr)
+                exit_FAILURE("localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete() class declaration is empty!");
+            localValueDescription *returned = nullptr;
+            const bool done = call ? working.localValueClass->methodExec(status, context, working.localValueObject,
+                                                                         name, &arguments, &returned)
+                                   : working.localValueClass->attrGet(status, context, working.localValueObject,
+                                                                      name, &returned);
+            localValueReleaseAll(arguments);
+            if (!done) {
+                localValueRelease(returned);
+                std::cout << "\n" << std::flush;
+                return fail();
+            }
+            // The returned cell itself becomes the result: for a bare
+            // variable that is the variable's own cell.
+            localValueRelease(*result);
+            *result = returned;
+        }
+        if (position >= text.size() || text[position] != u'.')
+            break;
+        ++position;
+        if (!onlyCheck)
+            localValueDescription::localValueCopy(&working, *result);
+    }
+    working.localValueClear();
+    return true;
+}
+
+bool localInterpretatorUTF8::scanStringGetParameters(localErrorType &status, const std::u16string &text,
+                                                     size_t &position, localValueVector &parameters,
+                                                     localContextUTF8 *context, bool onlyCheck)
+{
+    localValueReleaseAll(parameters);
+    bool afterParameter = false;
+    bool afterComma = false;
+    for (;;) {
+        scanStringSkipSpace(text, position);
+        if (position >= text.size())
+            return true;
+        const char16_t c = text[position];
+        if (c == u')') {
+            if (afterComma) {
+                std::cout << localNarrow(u"Error scanStringGetNameTokenAndEvaluete() ожидается  параметр в позиции ")
+                          << position << "\n"
+                          << std::flush;
+                return false;
+            }
+            return true;
+        }
+        if (c == u',' && afterParameter) {
+            ++position;
+            afterParameter = false;
+            afterComma = true;
+            continue;
+        }
+        localValueDescription *parameter = nullptr;
+        if (!scanStringGetExpressionAndEvaluete(status, text, position, &parameter, context, onlyCheck))
+            return false;
+        parameters.push_back(parameter);
+        afterParameter = true;
+        afterComma = false;
+    }
+}

@@ -1,0 +1,558 @@
+// The scanner and evaluator of expressions. There is no token stream and no
+// tree: an expression is read from its text and reduced as it is read.
+//
+//   expression := [unary] operand { "?" expression ":" expression
+//                                  | binary operand }
+//   unary      := "-" | "!" | "NOT" | "НЕ"        (no word boundary checked)
+//   binary     := "-" "+" "/" "%" "*" "AND" "И" "=" "<>" ">=" ">" "<=" "<" "OR" "ИЛИ"
+//   operand    := number | string | name-chain | "(" expression ")"
+//   number     := digits with at most one "." (16 characters at most)
+//   string     := '"' any '"' | "'" any "'"       (no escapes)
+//
+// The operator's number is its precedence: higher binds tighter, equal
+// numbers go left to right. The conditional applies to the operand on top
+// of the stack, and only the branch taken is evaluated.
+#include "localInterpretatorUTF8.h"
+
+#include "localString.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <iostream>
+#include <limits>
+
+namespace {
+
+inline bool isSpace(char16_t c)
+{
+    return c == u'\t' || c == u' ' || c == u'\n' || c == u'\f' || c == u'\r';
+}
+
+inline bool isDigit(char16_t c)
+{
+    return c >= u'0' && c <= u'9';
+}
+
+inline char16_t upperOf(char16_t c)
+{
+    if ((c >= u'a' && c <= u'z') || (c >= 0x0430 && c <= 0x044F))
+        return char16_t(c - 32);
+    if (c == 0x0451)
+        return 0x0401;
+    return c;
+}
+
+// Does the text at `position` spell `word` (given in upper case), in any letter case?
+inline bool wordAt(const std::u16string &text, size_t position, const char16_t *word)
+{
+    for (; *word != 0; ++word, ++position)
+        if (position >= text.size() || upperOf(text[position]) != *word)
+            return false;
+    return true;
+}
+
+void contextNullStop(const char *routine)
+{
+    exit_FAILURE(std::string("localInterpretatorUTF8::") + routine + "() context may be NULL only in onlyCheck!");
+}
+
+void cannotOperate(int32_t operation, const char *func, int line)
+{
+    std::string out = localNarrow(u"Не могу выполниить операцию номер [");
+    out += std::to_string(operation) + "]" + localDiagTail(func, __FILE__, line);
+    std::cout << out << std::flush;
+}
+
+// Truncation towards zero that saturates instead of overflowing.
+int64_t truncateToInt64(double value)
+{
+    if (std::isnan(value))
+        return 0;
+    if (value >= 9.2233720368547758e18)
+        return std::numeric_limits<int64_t>::max();
+    if (value <= -9.2233720368547758e18)
+        return std::numeric_limits<int64_t>::min();
+    return int64_t(value);
+}
+
+// The evaluator's stacks. Every push of an operator first reduces all
+// operators of higher or equal number, so the operator stack only ever
+// holds strictly rising numbers: fourteen places are enough for both.
+struct evaluatorStacks {
+    static constexpr int depth = 16;
+    localValueDescription *operands[depth];
+    int32_t operators[depth];
+    int operandCount = 0;
+    int operatorCount = 0;
+
+    ~evaluatorStacks()
+    {
+        for (int i = 0; i < operandCount; ++i)
+            operands[i]->linkCounterDec();
+    }
+    void push(localValueDescription *cell) { operands[operandCount++] = cell; }
+    localValueDescription *pop() { return operands[--operandCount]; }
+};
+
+bool reduceOnce(localErrorType &status, evaluatorStacks &stacks, bool onlyCheck)
+{
+    const int32_t operation = stacks.operators[--stacks.operatorCount];
+    localValueDescription *right = stacks.pop();
+    localValueDescription *left = stacks.pop();
+    localValueDescription *cell = localValueNew();
+    bool done = true;
+    if (onlyCheck)
+        cell->setVal(1.0);
+    else
+        done = localInterpretatorUTF8::binaryOperationByEnumEvaluate(status, cell, operation, left, right);
+    left->linkCounterDec();
+    right->linkCounterDec();
+    if (!done) {
+        cell->linkCounterDec();
+        return false;
+    }
+    stacks.push(cell);
+    return true;
+}
+
+} // namespace
+
+void localInterpretatorUTF8::scanStringSkipSpace(const std::u16string &text, size_t &position)
+{
+    const size_t length = text.size();
+    while (position < length) {
+        const char16_t c = text[position];
+        if (isSpace(c)) {
+            ++position;
+        } else if (c == u'/' && position + 1 < length && text[position + 1] == u'/') {
+            const size_t lineEnd = text.find(u'\n', position + 2);
+            position = lineEnd == std::u16string::npos ? length : lineEnd;
+        } else {
+            break;
+        }
+    }
+}
+
+bool localInterpretatorUTF8::isNameChar(char16_t c)
+{
+    return isDigit(c) || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_'
+           || (c >= 0x0410 && c <= 0x044F) || c == 0x0401 || c == 0x0451;
+}
+
+std::u16string localInterpretatorUTF8::scanStringGetNameToken(const std::u16string &text, size_t &position)
+{
+    scanStringSkipSpace(text, position);
+    const size_t start = position;
+    while (position < text.size() && isNameChar(text[position]))
+        ++position;
+    return text.substr(start, position - start);
+}
+
+void localInterpretatorUTF8::nameToUpperInPlace(std::u16string &name)
+{
+    for (char16_t &c : name)
+        c = upperOf(c);
+}
+
+std::u16string localInterpretatorUTF8::nameToUpper(const std::u16string &name)
+{
+    std::u16string upper = name;
+    nameToUpperInPlace(upper);
+    return upper;
+}
+
+bool localInterpretatorUTF8::scanStringGetNumberTokenAndEvaluete(localErrorType &status, const std::u16string &text,
+                                                                  size_t &position, localValueDescription **result)
+{
+    localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetNumberTokenAndEvaluete()");
+    // Seventeen characters already fail, so the buffer never needs more.
+    char buffer[20];
+    size_t count = 0;
+    auto take = [&](char16_t c) {
+        if (count < 17)
+            buffer[count] = char(c);
+        ++count;
+    };
+    if (position < text.size() && text[position] == u'-') {
+        take(u'-');
+        ++position;
+        scanStringSkipSpace(text, position);
+    }
+    bool pointSeen = false;
+    while (position < text.size()) {
+        const char16_t c = text[position];
+        if (isDigit(c)) {
+            take(c);
+        } else if (c == u'.' && !pointSeen) {
+            pointSeen = true;
+            take(c);
+        } else {
+            break;
+        }
+        ++position;
+    }
+    if (count > 16) {
+        status = localErrorTypePRECISION;
+        return false;
+    }
+    buffer[count] = 0;
+    *result = localValueNew();
+    (*result)->setVal(std::atof(buffer));
+    return true;
+}
+
+bool localInterpretatorUTF8::scanStringGetStringTokenAndEvaluete(const std::u16string &text, size_t &position,
+                                                                  localValueDescription **result)
+{
+    localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetStringTokenAndEvaluete()");
+    const char16_t delimiter = text[position];
+    const size_t end = text.find(delimiter, position + 1);
+    if (end == std::u16string::npos) {
+        position = text.size();
+        return false;
+    }
+    *result = localValueNew();
+    (*result)->type = localValueTypeSTR;
+    (*result)->localValueString.assign(text, position + 1, end - position - 1);
+    position = end + 1;
+    return true;
+}
+
+bool localInterpretatorUTF8::scanStringGetOperandAndEvaluete(localErrorType &status, const std::u16string &text,
+                                                             size_t &position, localValueDescription **result,
+                                                             localContextUTF8 *context, bool onlyCheck)
+{
+    localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetOperandAndEvaluete()");
+    if (context == nullptr && !onlyCheck)
+        contextNullStop("scanStringGetOperandAndEvaluete");
+    scanStringSkipSpace(text, position);
+    if (position >= text.size()) {
+        status = localErrorTypeSYNTAX;
+        return false;
+    }
+    const char16_t c = text[position];
+    if (isDigit(c) || c == u'.')
+        return scanStringGetNumberTokenAndEvaluete(status, text, position, result);
+    if (c == u'"' || c == u'\'') {
+        if (scanStringGetStringTokenAndEvaluete(text, position, result))
+            return true;
+        std::string out = localNarrow(u"ОШИБКА при сборке СТРОКОВОЙ костанты . Ожидается символ '");
+        out += char(c);
+        out += "'\n";
+        std::cout << out << std::flush;
+        status = localErrorTypeSYNTAX;
+        return false;
+    }
+    if (c < 0x20 || c > 0x3F)
+        return scanStringGetNameTokenAndEvaluete(status, text, position, result, context, onlyCheck);
+    if (c == u'(') {
+        ++position;
+        localValueDescription *inner = nullptr;
+        if (!scanStringGetExpressionAndEvaluete(status, text, position, &inner, context, onlyCheck))
+            return false;
+        // A copy, so that a prefix or a reference parameter cannot reach a variable in brackets.
+        *result = localValueNew();
+        localValueDescription::localValueCopy(*result, inner);
+        localValueRelease(inner);
+        scanStringSkipSpace(text, position);
+        if (position >= text.size() || text[position] != u')') {
+            localValueRelease(*result);
+            status = localErrorTypeSYNTAXcloseBracket;
+            return false;
+        }
+        ++position;
+        return true;
+    }
+    status = localErrorTypeSYNTAX;
+    return false;
+}
+
+int32_t localInterpretatorUTF8::scanStringGetUnaryOperator(const std::u16string &text, size_t &position)
+{
+    scanStringSkipSpace(text, position);
+    if (position >= text.size())
+        return localUnaryNONE;
+    const char16_t c = text[position];
+    if (c == u'-') {
+        ++position;
+        return localUnaryMINUS;
+    }
+    if (c == u'!') {
+        ++position;
+        return localUnaryNOT;
+    }
+    if (wordAt(text, position, u"НЕ")) {
+        position += 2;
+        return localUnaryNOT;
+    }
+    if (wordAt(text, position, u"NOT")) {
+        position += 3;
+        return localUnaryNOT;
+    }
+    return localUnaryNONE;
+}
+
+int32_t localInterpretatorUTF8::scanStringGetBinaryOperator(const std::u16string &text, size_t &position)
+{
+    scanStringSkipSpace(text, position);
+    if (position >= text.size())
+        return localOperatorNONE;
+    const char16_t c = text[position];
+    const char16_t next = position + 1 < text.size() ? text[position + 1] : char16_t(0);
+    switch (c) {
+    case u'%': ++position; return localOperatorREMAINDER;
+    case u'*': ++position; return localOperatorMULTIPLY;
+    case u'+': ++position; return localOperatorPLUS;
+    case u'-': ++position; return localOperatorMINUS;
+    case u'/': ++position; return localOperatorDIVIDE;
+    case u'=': ++position; return localOperatorEQUAL;
+    case u'<':
+        if (next == u'=') {
+            position += 2;
+            return localOperatorLESSOREQUAL;
+        }
+        if (next == u'>') {
+            position += 2;
+            return localOperatorNOTEQUAL;
+        }
+        ++position;
+        return localOperatorLESS;
+    case u'>':
+        if (next == u'=') {
+            position += 2;
+            return localOperatorGREATEROREQUAL;
+        }
+        ++position;
+        return localOperatorGREATER;
+    default:
+        break;
+    }
+    if (wordAt(text, position, u"OR")) {
+        position += 2;
+        return localOperatorOR;
+    }
+    if (wordAt(text, position, u"AND")) {
+        position += 3;
+        return localOperatorAND;
+    }
+    if (wordAt(text, position, u"ИЛИ")) {
+        position += 3;
+        return localOperatorOR;
+    }
+    if (wordAt(text, position, u"И")) {
+        position += 1;
+        return localOperatorAND;
+    }
+    return localOperatorNONE;
+}
+
+bool localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(localErrorType &status, const std::u16string &text,
+                                                                size_t &position, localValueDescription **result,
+                                                                localContextUTF8 *context, bool onlyCheck)
+{
+    localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetExpressionAndEvaluete()");
+    if (context == nullptr && !onlyCheck)
+        contextNullStop("scanStringGetExpressionAndEvaluete");
+    evaluatorStacks stacks;
+    const int32_t unary = scanStringGetUnaryOperator(text, position);
+    localValueDescription *operand = nullptr;
+    if (!scanStringGetOperandAndEvaluete(status, text, position, &operand, context, onlyCheck))
+        return false;
+    stacks.push(operand);
+    // The prefix works on the operand's own cell: on a bare variable it
+    // changes the variable.
+    if (unary != localUnaryNONE && !onlyCheck && !unaryOperationByEnumEvaluate(status, operand, unary, operand))
+        return false;
+
+    for (;;) {
+        const size_t remembered = position;
+        scanStringSkipSpace(text, position);
+        if (position < text.size() && text[position] == u'?') {
+            ++position;
+            localValueDescription *&condition = stacks.operands[stacks.operandCount - 1];
+            const bool taken = condition->isTrue();
+            localValueDescription *first = nullptr;
+            if (!scanStringGetExpressionAndEvaluete(status, text, position, &first, context, onlyCheck || !taken))
+                return false;
+            scanStringSkipSpace(text, position);
+            if (position >= text.size() || text[position] != u':') {
+                localValueRelease(first);
+                status = localErrorTypeSYNTAXcolon;
+                return false;
+            }
+            ++position;
+            localValueDescription *second = nullptr;
+            if (!scanStringGetExpressionAndEvaluete(status, text, position, &second, context, onlyCheck || taken)) {
+                localValueRelease(first);
+                return false;
+            }
+            localValueRelease(condition);
+            if (taken) {
+                condition = first;
+                localValueRelease(second);
+            } else {
+                condition = second;
+                localValueRelease(first);
+            }
+            continue;
+        }
+        const int32_t operation = scanStringGetBinaryOperator(text, position);
+        if (operation == localOperatorNONE) {
+            position = remembered;
+            break;
+        }
+        while (stacks.operatorCount > 0 && stacks.operators[stacks.operatorCount - 1] >= operation)
+            if (!reduceOnce(status, stacks, onlyCheck))
+                return false;
+        localValueDescription *next = nullptr;
+        if (!scanStringGetOperandAndEvaluete(status, text, position, &next, context, onlyCheck))
+            return false;
+        stacks.push(next);
+        stacks.operators[stacks.operatorCount++] = operation;
+    }
+
+    if (stacks.operandCount != stacks.operatorCount + 1) {
+        status = localErrorTypeINTERNAL;
+        LOCAL_DIAG(u"Err = " + localErrorText(status));
+        return false;
+    }
+    while (stacks.operatorCount > 0)
+        if (!reduceOnce(status, stacks, onlyCheck))
+            return false;
+    *result = stacks.pop();
+    return true;
+}
+
+bool localInterpretatorUTF8::binaryOperationByEnumEvaluate(localErrorType &status, localValueDescription *result,
+                                                           int32_t operation, const localValueDescription *left,
+                                                           const localValueDescription *right)
+{
+    switch (left->type) {
+    case localValueTypeNUM: {
+        if (right->type != localValueTypeNUM) {
+            status = localErrorTypeOPERANDtype;
+            return false;
+        }
+        const double a = left->localValueNumber;
+        const double b = right->localValueNumber;
+        switch (operation) {
+        case localOperatorMINUS: result->setVal(a - b); return true;
+        case localOperatorPLUS: result->setVal(a + b); return true;
+        case localOperatorMULTIPLY: result->setVal(a * b); return true;
+        case localOperatorDIVIDE:
+            if (b == 0.0) {
+                status = localErrorTypeDIVISIONbyZERO;
+                return false;
+            }
+            result->setVal(a / b);
+            return true;
+        case localOperatorREMAINDER: {
+            const int64_t divisor = truncateToInt64(b);
+            // A divisor of magnitude below 1 passes the test for 0 and truncates to it.
+            if (b == 0.0 || divisor == 0) {
+                status = localErrorTypeDIVISIONbyZERO;
+                return false;
+            }
+            const int64_t dividend = truncateToInt64(a);
+            result->setVal(divisor == -1 ? 0.0 : double(dividend % divisor));
+            return true;
+        }
+        case localOperatorEQUAL: result->setBool(a == b); return true;
+        case localOperatorNOTEQUAL: result->setBool(a != b); return true;
+        case localOperatorGREATEROREQUAL: result->setBool(a >= b); return true;
+        case localOperatorGREATER: result->setBool(a > b); return true;
+        case localOperatorLESSOREQUAL: result->setBool(a <= b); return true;
+        case localOperatorLESS: result->setBool(a < b); return true;
+        default:
+            status = localErrorTypeINTERNAL;
+            return false;
+        }
+    }
+    case localValueTypeSTR: {
+        if (right->type != localValueTypeSTR) {
+            if (right->type != localValueTypeNUM && right->type != localValueTypeBOO
+                && right->type != localValueTypeOBJ) {
+                cannotOperate(operation, __func__, __LINE__);
+                status = localErrorTypeINTERNAL;
+                return false;
+            }
+            status = localErrorTypeOPERANDtype;
+            return false;
+        }
+        const std::u16string &a = left->localValueString;
+        const std::u16string &b = right->localValueString;
+        switch (operation) {
+        case localOperatorPLUS: {
+            std::u16string joined;
+            joined.reserve(a.size() + b.size());
+            joined += a;
+            joined += b;
+            result->setString(std::move(joined));
+            return true;
+        }
+        case localOperatorEQUAL: result->setBool(a == b); return true;
+        case localOperatorNOTEQUAL: result->setBool(a != b); return true;
+        case localOperatorGREATEROREQUAL: result->setBool(a >= b); return true;
+        case localOperatorGREATER: result->setBool(a > b); return true;
+        case localOperatorLESSOREQUAL: result->setBool(a <= b); return true;
+        case localOperatorLESS: result->setBool(a < b); return true;
+        default:
+            // Not defined for strings: fails and leaves the status as it was.
+            return false;
+        }
+    }
+    case localValueTypeBOO: {
+        if (right->type != localValueTypeBOO) {
+            status = localErrorTypeOPERANDtype;
+            return false;
+        }
+        const double a = left->localValueNumber;
+        const double b = right->localValueNumber;
+        switch (operation) {
+        case localOperatorAND: result->setBool(!(a == 0.0 || b == 0.0)); return true;
+        case localOperatorOR: result->setBool(!(a == 0.0 && b == 0.0)); return true;
+        case localOperatorEQUAL: result->setBool(a == b); return true;
+        case localOperatorNOTEQUAL: result->setBool(a != b); return true;
+        default:
+            status = localErrorTypeINTERNAL;
+            return false;
+        }
+    }
+    default:
+        cannotOperate(operation, __func__, __LINE__);
+        status = localErrorTypeINTERNAL;
+        return false;
+    }
+}
+
+bool localInterpretatorUTF8::unaryOperationByEnumEvaluate(localErrorType &status, localValueDescription *result,
+                                                          int32_t operation, const localValueDescription *operand)
+{
+    if (operation == localUnaryMINUS) {
+        if (operand->type != localValueTypeNUM) {
+            status = localErrorTypeOPERANDtype;
+            return false;
+        }
+        result->setVal(0.0 - operand->localValueNumber);
+        return true;
+    }
+    if (operation == localUnaryNOT) {
+        if (operand->type != localValueTypeBOO) {
+            status = localErrorTypeOPERANDtype;
+            return false;
+        }
+        result->setBool(operand->localValueNumber <= 0.0);
+        return true;
+    }
+    cannotOperate(operation, __func__, __LINE__);
+    status = localErrorTypeINTERNAL;
+    return false;
+}
+
+bool localInterpretatorUTF8::evaluate(localErrorType &status, const std::u16string &text,
+                                      localValueDescription **result, localContextUTF8 *context)
+{
+    size_t position = 0;
+    return scanStringGetExpressionAndEvaluete(status, text, position, result, context, false);
+}

@@ -1,0 +1,279 @@
+#include "localValueDescription.h"
+
+#include "localClassDeclaration.h"
+#include "localContextUTF8.h"
+#include "localString.h"
+
+#include <cstdlib>
+
+int64_t localValueDescription::counterStaticTotal = 0;
+localMemoryManager *localMemoryManager::manager = nullptr;
+
+localValueDescription::localValueDescription()
+{
+    ++counterStaticTotal;
+}
+
+localValueDescription::localValueDescription(const localValueDescription &other)
+{
+    ++counterStaticTotal;
+    localValueCopy(this, &other);
+}
+
+localValueDescription::~localValueDescription()
+{
+    for (void *buffer : localValueBuffers)
+        std::free(buffer);
+    localValueClear();
+    --counterStaticTotal;
+}
+
+void localValueDescription::linkCounterInc()
+{
+    if (linkCounter++ == 0 && localMemoryManager::manager != nullptr)
+        localMemoryManager::manager->cellTaken(this);
+}
+
+void localValueDescription::linkCounterDec()
+{
+    if (linkCounter == 0)
+        exit_FAILURE("localValueDescription::linkCounterDec() Error!!!  linkCounter cannot be negative!");
+    if (linkCounter == 1) {
+        // The object link goes while the cell is still owned.
+        localValueClear();
+        linkCounter = 0;
+        if (localMemoryManager::manager != nullptr)
+            localMemoryManager::manager->cellFreed(this);
+        return;
+    }
+    --linkCounter;
+}
+
+void localValueDescription::localValueClear()
+{
+    if (type == localValueTypeOBJ && localValueObject != nullptr && localValueClass != nullptr
+        && localValueClass->localObjectLinkFunction != nullptr) {
+        void *object = localValueObject;
+        if (localValueClass->localObjectLinkFunction(&object, 0) <= 1) {
+            localErrorType status = localErrorTypeOK;
+            localValueVector noArguments;
+            localValueDescription *result = nullptr;
+            localValueClass->methodExec(status, localContextUTF8::globalContext, object, u"~", &noArguments,
+                                        &result);
+            localValueRelease(result);
+        } else {
+            localValueClass->localObjectLinkFunction(&object, -1);
+        }
+    }
+    type = localValueTypeNUM;
+    localValueNumber = 0.0;
+}
+
+void localValueDescription::localValueCopy(localValueDescription *destination, const localValueDescription *source)
+{
+    if (destination == source)
+        return;
+    destination->localValueClear();
+    destination->type = source->type;
+    destination->localValueNumber = source->localValueNumber;
+    destination->localValueClass = source->localValueClass;
+    destination->localValueObject = source->localValueObject;
+    destination->localValueString = source->localValueString;
+    if (destination->type == localValueTypeOBJ && destination->localValueObject != nullptr
+        && destination->localValueClass != nullptr && destination->localValueClass->localObjectLinkFunction != nullptr)
+        destination->localValueClass->localObjectLinkFunction(&destination->localValueObject, +1);
+}
+
+void localValueDescription::setVal(double value)
+{
+    localValueClear();
+    type = localValueTypeNUM;
+    localValueNumber = value;
+}
+
+void localValueDescription::setString(const std::u16string &text)
+{
+    localValueClear();
+    type = localValueTypeSTR;
+    localValueString = text;
+}
+
+void localValueDescription::setString(std::u16string &&text)
+{
+    localValueClear();
+    type = localValueTypeSTR;
+    localValueString = std::move(text);
+}
+
+void localValueDescription::setBool(bool value)
+{
+    localValueClear();
+    type = localValueTypeBOO;
+    localValueNumber = value ? 1.0 : 0.0;
+}
+
+void localValueDescription::setObject(void *object, localClassDeclaration *declaration)
+{
+    localValueClear();
+    type = localValueTypeOBJ;
+    localValueObject = object;
+    localValueClass = declaration;
+    if (object != nullptr && declaration != nullptr && declaration->localObjectLinkFunction != nullptr)
+        declaration->localObjectLinkFunction(&localValueObject, +1);
+}
+
+std::u16string localValueDescription::toString() const
+{
+    switch (type) {
+    case localValueTypeSTR:
+        return localValueString;
+    case localValueTypeNUM:
+        return localNumberToWide(localValueNumber);
+    case localValueTypeBOO:
+        return localValueNumber == 0.0 ? u"ЛОЖЬ" : u"ИСТИНА";
+    case localValueTypeOBJ: {
+        std::u16string text;
+        if (localValueClass == nullptr)
+            return text;
+        localErrorType status = localErrorTypeOK;
+        localValueVector noArguments;
+        localValueDescription *result = nullptr;
+        if (localValueClass->methodExec(status, localContextUTF8::globalContext, localValueObject, u"TOSTRING",
+                                        &noArguments, &result)
+            && result != nullptr)
+            text = result->localValueString;
+        localValueRelease(result);
+        return text;
+    }
+    default:
+        return u" **** Error *** при вызове метода toString() ";
+    }
+}
+
+bool localValueDescription::isEmpty() const
+{
+    switch (type) {
+    case localValueTypeSTR:
+        return localString::trim(localValueString).empty();
+    case localValueTypeNUM:
+        return localValueNumber == 0.0;
+    case localValueTypeBOO:
+        return localValueNumber <= 0.0;
+    case localValueTypeOBJ:
+        return localValueObject == nullptr;
+    default:
+        exit_FAILURE("localValueDescription::isEmpty() unknown getType() result!");
+    }
+}
+
+bool localValueDescription::methodExec(localErrorType &status, localContextUTF8 *context, const std::u16string &name,
+                                       localValueVector *arguments, localValueDescription **result)
+{
+    if (type != localValueTypeOBJ) {
+        status = localErrorTypeNOTobject;
+        return false;
+    }
+    if (localValueClass == nullptr) {
+        status = localErrorTypeCLASSunknown;
+        return false;
+    }
+    return localValueClass->methodExec(status, context, localValueObject, name, arguments, result);
+}
+
+bool localValueDescription::setAttr(localErrorType &status, localContextUTF8 *context, const std::u16string &name,
+                                    localValueDescription *value)
+{
+    if (type != localValueTypeOBJ || localValueClass == nullptr) {
+        status = localErrorTypeNOTobject;
+        return false;
+    }
+    return localValueClass->attrSet(status, context, localValueObject, name, value);
+}
+
+std::u16string localValueTypeWord(int32_t type)
+{
+    switch (type) {
+    case localValueTypeNUM:
+        return u"ЧИСЛО";
+    case localValueTypeSTR:
+        return u"СТРОКА";
+    case localValueTypeBOO:
+        return u"БУЛЕВО";
+    case localValueTypeOBJ:
+        return u"ОБЪЕКТ";
+    default:
+        return u"неизвестный тип";
+    }
+}
+
+void localValueReleaseAll(localValueVector &cells)
+{
+    for (localValueDescription *&cell : cells)
+        localValueRelease(cell);
+    cells.clear();
+}
+
+// ---------------------------------------------------------------------------
+
+localMemoryManager &localMemoryManager::instance()
+{
+    if (manager == nullptr)
+        new localMemoryManager; // lives to the end of the process
+    return *manager;
+}
+
+localMemoryManager::localMemoryManager()
+{
+    if (manager != nullptr)
+        exit_FAILURE(std::string("localMemoryManager::localMemoryManager() ") + __FILE__ + ":"
+                     + std::to_string(__LINE__));
+    manager = this;
+}
+
+localValueDescription *localMemoryManager::allocate()
+{
+    if (cells.empty()) {
+        cells.resize(reservedCount);
+        freeBits.assign((reservedCount + 63) / 64, ~uint64_t(0));
+        if (reservedCount % 64 != 0)
+            freeBits.back() = (uint64_t(1) << (reservedCount % 64)) - 1;
+        firstWordWithFree = 0;
+    }
+    size_t word = firstWordWithFree;
+    while (word < freeBits.size() && freeBits[word] == 0)
+        ++word;
+    firstWordWithFree = word;
+    if (word == freeBits.size())
+        exit_FAILURE("Memory manager (localMemoryManager) overflow. Resize not available");
+    const size_t index = word * 64 + size_t(__builtin_ctzll(freeBits[word]));
+    localValueDescription &cell = cells[index];
+    cell.type = localValueTypeNUM;
+    cell.localValueClass = nullptr;
+    cell.localValueObject = nullptr;
+    cell.localValueNumber = 0.0;
+    cell.localValueString.clear();
+    cell.linkCounter = 1;
+    freeBits[word] &= freeBits[word] - 1;
+    ++used;
+    return &cell;
+}
+
+void localMemoryManager::cellTaken(const localValueDescription *cell)
+{
+    if (!owns(cell))
+        return;
+    const size_t index = size_t(cell - cells.data());
+    freeBits[index / 64] &= ~(uint64_t(1) << (index % 64));
+    ++used;
+}
+
+void localMemoryManager::cellFreed(const localValueDescription *cell)
+{
+    if (!owns(cell))
+        return;
+    const size_t index = size_t(cell - cells.data());
+    freeBits[index / 64] |= uint64_t(1) << (index % 64);
+    if (index / 64 < firstWordWithFree)
+        firstWordWithFree = index / 64;
+    --used;
+}

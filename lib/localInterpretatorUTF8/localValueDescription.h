@@ -1,0 +1,138 @@
+// The value cell of the language and the table of 102400 cells that every
+// value of a running program comes from.
+#ifndef LOCALVALUEDESCRIPTION_H
+#define LOCALVALUEDESCRIPTION_H
+
+#include "localErrorType.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class localClassDeclaration;
+class localContextUTF8;
+class localValueDescription;
+
+enum localValueType : int32_t {
+    localValueTypeNUM = 0,
+    localValueTypeSTR = 1,
+    localValueTypeBOO = 2,
+    localValueTypeOBJ = 3
+};
+
+typedef std::vector<localValueDescription *> localValueVector;
+
+// Number, string, boolean (1.0 / 0.0 in the number field) or object (object
+// pointer plus class). `linkCounter` counts the owners of the cell; an object
+// keeps a second count of its own through its class's link function.
+class localValueDescription {
+public:
+    uint32_t linkCounter = 0;
+    int32_t type = localValueTypeNUM;
+    localClassDeclaration *localValueClass = nullptr;
+    uint64_t localValueMarker = 0x780000000003E3F4ULL;
+    std::vector<void *> localValueBuffers;
+    double localValueNumber = 0.0;
+    void *localValueObject = nullptr;
+    std::u16string localValueString;
+
+    static int64_t counterStaticTotal;
+
+    localValueDescription();
+    localValueDescription(const localValueDescription &other);
+    localValueDescription &operator=(const localValueDescription &) = delete;
+    virtual ~localValueDescription();
+
+    int32_t getType() const { return type; }
+    void linkCounterInc();
+    void linkCounterDec();
+
+    void localValueClear();
+    static void localValueCopy(localValueDescription *destination, const localValueDescription *source);
+
+    void setVal(double value);
+    void setString(const std::u16string &text);
+    void setString(std::u16string &&text);
+    void setBool(bool value);
+    void setObject(void *object, localClassDeclaration *declaration);
+
+    // The truth rule of every condition: the number field above 0.0, whatever the kind.
+    bool isTrue() const { return localValueNumber > 0.0; }
+
+    std::u16string toString() const;
+    bool isEmpty() const;
+
+    // A method call through the value: status 51 for a non-object, 14 without a class.
+    bool methodExec(localErrorType &status, localContextUTF8 *context, const std::u16string &name,
+                    localValueVector *arguments, localValueDescription **result);
+    // Attribute write; present, but no statement of the language reaches it.
+    bool setAttr(localErrorType &status, localContextUTF8 *context, const std::u16string &name,
+                 localValueDescription *value);
+};
+
+// The type word shown to users: "ЧИСЛО", "СТРОКА", "БУЛЕВО", "ОБЪЕКТ", or "неизвестный тип".
+std::u16string localValueTypeWord(int32_t type);
+
+// Gives back one link of `cell` (if any) and nulls the pointer.
+inline void localValueRelease(localValueDescription *&cell)
+{
+    if (cell != nullptr) {
+        cell->linkCounterDec();
+        cell = nullptr;
+    }
+}
+
+// Releases every cell of the vector and empties it.
+void localValueReleaseAll(localValueVector &cells);
+
+// Stops the program when a result parameter does not arrive null.
+inline void localResultMustBeNull(localValueDescription **result, const char *routine)
+{
+    if (*result != nullptr)
+        exit_FAILURE(std::string(routine) + " result must be NULL!");
+}
+
+class localMemoryManager {
+public:
+    static constexpr size_t reservedCount = 102400;
+
+    static localMemoryManager *manager;
+
+    // The single table; made on first use. A second construction is a fatal stop.
+    static localMemoryManager &instance();
+
+    localMemoryManager();
+    localMemoryManager(const localMemoryManager &) = delete;
+    localMemoryManager &operator=(const localMemoryManager &) = delete;
+
+    // The lowest free cell, prepared as number 0 with one link. Exhaustion is fatal.
+    localValueDescription *allocate();
+    size_t getReservedCount() const { return cells.size(); }
+    size_t getUsedCount() const { return used; }
+    bool owns(const localValueDescription *cell) const
+    {
+        return !cells.empty() && cell >= cells.data() && cell < cells.data() + cells.size();
+    }
+    const localValueDescription &cellAt(size_t index) const { return cells[index]; }
+
+    // Bookkeeping of the free set, called when a table cell's link count
+    // leaves or reaches 0.
+    void cellTaken(const localValueDescription *cell);
+    void cellFreed(const localValueDescription *cell);
+
+private:
+    std::vector<localValueDescription> cells;
+    // One bit per cell, set while the cell is free, so that the lowest free
+    // cell is found a machine word at a time.
+    std::vector<uint64_t> freeBits;
+    size_t firstWordWithFree = 0;
+    size_t used = 0;
+};
+
+// Shorthand for the allocator.
+inline localValueDescription *localValueNew()
+{
+    return localMemoryManager::instance().allocate();
+}
+
+#endif

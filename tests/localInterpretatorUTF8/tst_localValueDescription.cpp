@@ -1,0 +1,271 @@
+#include "localTestSupport.h"
+
+using localTest::q;
+
+namespace {
+
+// A small class whose objects count their links and their destructions.
+struct counted {
+    int64_t links = 0;
+};
+int destructions = 0;
+
+int64_t countedLink(void **object, int delta)
+{
+    counted *target = static_cast<counted *>(*object);
+    target->links += delta;
+    return target->links;
+}
+
+bool countedDispatch(localErrorType &status, localContextUTF8 *, void **object, const std::u16string &name,
+                     localValueVector *, localValueDescription **result)
+{
+    localDispatchBegin(status, object, result, "counted::classImplementationMethodFunction()");
+    if (*object == nullptr) {
+        if (!name.empty()) {
+            status = localErrorTypeMETHODnotDeclared;
+            return false;
+        }
+        (*result)->setObject(new counted, nullptr);
+        return true;
+    }
+    if (name == u"~") {
+        ++destructions;
+        delete static_cast<counted *>(*object);
+        return true;
+    }
+    status = localErrorTypeMETHODunknown;
+    return false;
+}
+
+localClassDeclaration *countedClass(bool withLinks)
+{
+    localClassDeclaration *declaration = new localClassDeclaration;
+    declaration->className = withLinks ? u"COUNTED" : u"UNCOUNTED";
+    declaration->className2 = withLinks ? u"СЧЁТНЫЙ" : u"НЕСЧЁТНЫЙ";
+    declaration->localObjectLinkFunction = withLinks ? countedLink : nullptr;
+    declaration->memberAdd(u"", countedDispatch);
+    declaration->memberAdd(u"~", countedDispatch);
+    return declaration;
+}
+
+LOCAL_CHILD_CASE(exhaustion)
+{
+    localMemoryManager &manager = localMemoryManager::instance();
+    for (size_t i = 0; i <= manager.reservedCount; ++i)
+        manager.allocate();
+}
+
+LOCAL_CHILD_CASE(lastCell)
+{
+    localMemoryManager &manager = localMemoryManager::instance();
+    manager.allocate();
+    while (manager.getUsedCount() < manager.reservedCount)
+        manager.allocate();
+    std::cout << "all " << manager.getUsedCount() << " cells busy\n" << std::flush;
+}
+
+LOCAL_CHILD_CASE(negativeLinks)
+{
+    localValueDescription *cell = localValueNew();
+    cell->linkCounterDec();
+    cell->linkCounterDec();
+}
+
+LOCAL_CHILD_CASE(resultNotNull)
+{
+    localTest::globalContext();
+    localValueDescription *result = localValueNew();
+    localErrorType status = localErrorTypeOK;
+    size_t position = 0;
+    localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(status, u"1", position, &result,
+                                                              localContextUTF8::globalContext, false);
+}
+
+} // namespace
+
+class tst_localValueDescription : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { localTest::globalContext(); }
+
+    void lowestFreeCellIsReusedAtOnce()
+    {
+        localValueDescription *a = localValueNew();
+        localValueDescription *b = localValueNew();
+        localValueDescription *c = localValueNew();
+        QVERIFY(a < b && b < c);
+        b->setString(u"left over");
+        localValueDescription *freed = b;
+        localValueRelease(b);
+        localValueDescription *again = localValueNew();
+        QCOMPARE(again, freed);
+        QCOMPARE(again->getType(), int32_t(localValueTypeNUM));
+        QVERIFY(again->localValueString.empty());
+        QCOMPARE(again->linkCounter, 1u);
+        localValueRelease(again);
+        localValueRelease(a);
+        localValueRelease(c);
+    }
+
+    void tableLimits()
+    {
+        QCOMPARE(localMemoryManager::instance().getReservedCount(), size_t(102400));
+        const localTest::childResult full = localTest::runChild("lastCell");
+        QCOMPARE(full.exitCode, 0);
+        QVERIFY2(full.output.contains("all 102400 cells busy"), full.output.constData());
+        const localTest::childResult past = localTest::runChild("exhaustion");
+        QCOMPARE(past.exitCode, 1);
+        QVERIFY2(past.output.contains("Memory manager (localMemoryManager) overflow. Resize not available"),
+                 past.output.constData());
+    }
+
+    void fatalStops_data()
+    {
+        QTest::addColumn<QString>("childCase");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("negative links") << "negativeLinks"
+                                        << "localValueDescription::linkCounterDec() Error!!!  linkCounter cannot be "
+                                           "negative!";
+        QTest::newRow("result not null") << "resultNotNull"
+                                         << "localInterpretatorUTF8::scanStringGetExpressionAndEvaluete() result "
+                                            "must be NULL!";
+    }
+    void fatalStops()
+    {
+        QFETCH(QString, childCase);
+        QFETCH(QString, message);
+        const localTest::childResult result = localTest::runChild(childCase);
+        QCOMPARE(result.exitCode, 1);
+        QVERIFY2(QString::fromUtf8(result.output).contains(message), result.output.constData());
+    }
+
+    void toString_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<double>("number");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("one") << int(localValueTypeNUM) << 1.0 << "1";
+        QTest::newRow("two and a half") << int(localValueTypeNUM) << 2.5 << "2.5";
+        QTest::newRow("third") << int(localValueTypeNUM) << 1.0 / 3 << "0.33333333333333331483";
+        QTest::newRow("negative") << int(localValueTypeNUM) << -12.0 << "-12";
+        QTest::newRow("true") << int(localValueTypeBOO) << 1.0 << "ИСТИНА";
+        QTest::newRow("false") << int(localValueTypeBOO) << 0.0 << "ЛОЖЬ";
+        QTest::newRow("unknown kind") << 7 << 0.0 << " **** Error *** при вызове метода toString() ";
+    }
+    void toString()
+    {
+        QFETCH(int, type);
+        QFETCH(double, number);
+        QFETCH(QString, text);
+        localValueDescription cell;
+        cell.type = type;
+        cell.localValueNumber = number;
+        QCOMPARE(q(cell.toString()), text);
+        cell.type = localValueTypeNUM;
+    }
+
+    void isEmpty_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<double>("number");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("empty");
+        QTest::newRow("zero") << int(localValueTypeNUM) << 0.0 << "" << true;
+        QTest::newRow("nan") << int(localValueTypeNUM) << std::nan("") << "" << false;
+        QTest::newRow("blank string") << int(localValueTypeSTR) << 0.0 << " \t\n " << true;
+        QTest::newRow("text") << int(localValueTypeSTR) << 0.0 << " a " << false;
+        QTest::newRow("false") << int(localValueTypeBOO) << 0.0 << "" << true;
+        QTest::newRow("true") << int(localValueTypeBOO) << 1.0 << "" << false;
+    }
+    void isEmpty()
+    {
+        QFETCH(int, type);
+        QFETCH(double, number);
+        QFETCH(QString, text);
+        QFETCH(bool, empty);
+        localValueDescription cell;
+        cell.type = type;
+        cell.localValueNumber = number;
+        cell.localValueString = localTest::w(text);
+        QCOMPARE(cell.isEmpty(), empty);
+    }
+
+    void truthReadsOnlyTheNumber()
+    {
+        localValueDescription cell;
+        cell.setVal(-1);
+        QVERIFY(!cell.isTrue());
+        cell.setString(u"abc");
+        QVERIFY(!cell.isTrue());
+        cell.setObject(localContextUTF8::globalContext, localContextUTF8::classDeclaration());
+        QVERIFY(!cell.isTrue());
+        cell.setVal(0.5);
+        QVERIFY(cell.isTrue());
+    }
+
+    void copiedStringIsIndependent()
+    {
+        localValueDescription a;
+        a.setString(u"one");
+        localValueDescription b(a);
+        b.localValueString += u"two";
+        QCOMPARE(q(a.toString()), QString("one"));
+        QCOMPARE(b.linkCounter, 0u);
+    }
+
+    void sharedObjectDiesWithItsLastCell()
+    {
+        localClassDeclaration *declaration = countedClass(true);
+        QVERIFY(localContextUTF8::classRegister(declaration));
+        std::unique_ptr<localContextUTF8> context(new localContextUTF8(localTest::globalContext()));
+        localValueVector noArguments;
+        localValueDescription *made = nullptr;
+        localErrorType status = localErrorTypeOK;
+        QVERIFY(context->createObj(status, u"счётный", &noArguments, &made));
+        context->variableSet(u"A", made);
+        context->variableSet(u"B", made);
+        localValueRelease(made);
+        counted *object = static_cast<counted *>(context->variableFind(u"A")->value->localValueObject);
+        QCOMPARE(object->links, int64_t(2));
+        destructions = 0;
+        context->variableFind(u"A")->value->localValueClear();
+        QCOMPARE(destructions, 0);
+        QCOMPARE(object->links, int64_t(1));
+        context->variableFind(u"B")->value->setVal(1);
+        QCOMPARE(destructions, 1);
+    }
+
+    void objectWithoutLinkFunctionStays()
+    {
+        localClassDeclaration *declaration = countedClass(false);
+        localValueVector noArguments;
+        localValueDescription *made = nullptr;
+        localErrorType status = localErrorTypeOK;
+        QVERIFY(declaration->methodExec(status, nullptr, nullptr, u"", &noArguments, &made));
+        void *object = made->localValueObject;
+        destructions = 0;
+        localValueRelease(made);
+        QCOMPARE(destructions, 0);
+        delete static_cast<counted *>(object);
+        delete declaration;
+    }
+
+    void methodCallThroughValue()
+    {
+        localValueVector noArguments;
+        localValueDescription *result = nullptr;
+        localErrorType status = localErrorTypeOK;
+        localValueDescription number;
+        QVERIFY(!number.methodExec(status, nullptr, u"TOSTRING", &noArguments, &result));
+        QCOMPARE(int(status), 51);
+        localValueDescription classless;
+        classless.type = localValueTypeOBJ;
+        QVERIFY(!classless.methodExec(status, nullptr, u"TOSTRING", &noArguments, &result));
+        QCOMPARE(int(status), 14);
+        classless.type = localValueTypeNUM;
+    }
+};
+
+LOCAL_TEST_MAIN(tst_localValueDescription)
+#include "tst_localValueDescription.moc"

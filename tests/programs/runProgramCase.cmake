@@ -1,0 +1,30 @@
+# Runs one program case (see CMakeLists.txt) and compares its output.
+get_filename_component(directory ${CASE} DIRECTORY)
+get_filename_component(fileName ${CASE} NAME)
+if(CASE MATCHES "\\.in$")
+    execute_process(COMMAND ${CLI} INPUT_FILE ${CASE} WORKING_DIRECTORY ${directory}
+        OUTPUT_VARIABLE actual RESULT_VARIABLE status)
+else()
+    execute_process(COMMAND ${CLI} ${fileName} WORKING_DIRECTORY ${directory}
+        OUTPUT_VARIABLE actual RESULT_VARIABLE status)
+endif()
+set(expectedStatus 0)
+if(EXISTS ${STATUS_FILE})
+    file(READ ${STATUS_FILE} expectedStatus)
+    string(STRIP "${expectedStatus}" expectedStatus)
+endif()
+file(READ ${EXPECTED} expected)
+# Diagnostic tails name source files and lines of the interpreter, listings
+# show addresses and the machine's memory; compare without them.
+foreach(side actual expected)
+    string(REGEX REPLACE " file: [^\n]* line: [0-9]+" " file: * line: *" ${side} "${${side}}")
+    string(REGEX REPLACE "0x[0-9a-f]+" "0x*" ${side} "${${side}}")
+    string(REGEX REPLACE "Accessible RAM:[^\n]*" "Accessible RAM:*" ${side} "${${side}}")
+endforeach()
+if(NOT actual STREQUAL expected)
+    file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/actual.out "${actual}")
+    message(FATAL_ERROR "output differs for ${CASE}\n--- expected\n${expected}\n--- actual\n${actual}")
+endif()
+if(NOT status STREQUAL expectedStatus)
+    message(FATAL_ERROR "exit status ${status}, expected ${expectedStatus} for ${CASE}")
+endif()
