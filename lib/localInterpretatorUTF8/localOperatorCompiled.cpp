@@ -1,0 +1,398 @@
+// Running a compiled tree: a recursion over records, each handing its
+// expression text to the evaluator, which reads it anew every time. The
+// status carries the flow of control while running:
+//   54 normal   55 interrupted by the user   56 BREAK travelling up
+//   57 CONTINUE (no statement makes it yet)  58 RETURN travelling up, the
+//   value stands in the result
+// BLOCK stops its list on 56 and 58; WHILE ends on 56 (turning it back into
+// 54) and on 58 (keeping it); a function call ends both at its boundary.
+//
+// Children run in place, through their own execute pointer, so that a
+// debugger can put itself in front of any record.
+#include "localOperatorCompiled.h"
+
+#include "localInterpretatorUTF8.h"
+#include "localServices.h"
+#include "localString.h"
+
+#include <iostream>
+
+namespace {
+
+typedef localInterpretatorUTF8 li;
+
+void writeLine(std::string &&line)
+{
+    std::cout << line << std::flush;
+}
+
+// The evaluation of an assignment's text: as if the text stood in round
+// brackets, so anything the scan leaves behind is a missing ")". The bracket's
+// own copy of the value is left out; the callers copy or drop the value.
+bool evaluateBracketed(localErrorType &status, const std::u16string &expression, localContextUTF8 *context,
+                       localValueDescription **result)
+{
+    size_t position = 0;
+    if (!li::scanStringGetExpressionAndEvaluete(status, expression, position, result, context, false))
+        return false;
+    li::scanStringSkipSpace(expression, position);
+    if (position < expression.size()) {
+        localValueRelease(*result);
+        status = localErrorTypeSYNTAXcloseBracket;
+        return false;
+    }
+    return true;
+}
+
+// Registers the functions a block defines; they are visible from the block's
+// start, and entering the block again overwrites the entries.
+inline void functionsRegister(localContextUTF8 *context, const localOperatorCompiled *record)
+{
+    for (const localCompiledFunction &function : record->functions)
+        context->functionRegister(function.name, function.block);
+}
+
+// The statements of a block, in order. An empty block fails with status 54
+// and no message: an empty loop body or branch ends the run.
+bool blockChildrenRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record,
+                      localValueVector *arguments, localValueDescription **result)
+{
+    functionsRegister(context, record);
+    if (record->children.empty())
+        return false;
+    for (const localOperatorCompiled &child : record->children) {
+        localValueRelease(*result);
+        if (!child.execute(status, context, &child, arguments, result))
+            return false;
+        if (status == localErrorTypeBREAK || status == localErrorTypeRETURN)
+            break;
+    }
+    return true;
+}
+
+// A function body: a new context under the caller's (dynamic scope), the
+// parameters bound by reference, or by value where the heading says VAR.
+bool functionBodyRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record,
+                     localValueVector *arguments, localValueDescription **result)
+{
+    const size_t given = arguments != nullptr ? arguments->size() : 0;
+    if (given < record->parameters.size()) {
+        status = localErrorTypePARAMcount;
+        localDiag(u"Функция [" + record->name + u"] ожидает параметров: "
+                      + localNumberToWide(double(record->parameters.size())) + u", передано: "
+                      + localNumberToWide(double(given)),
+                  true, __func__, __FILE__, __LINE__);
+        return false;
+    }
+    // Deleted on every way out; arguments past the parameters are ignored.
+    localContextUTF8 call(context);
+    for (size_t i = 0; i < record->parameters.size(); ++i) {
+        const localCompiledParameter &parameter = record->parameters[i];
+        localValueDescription *argument = (*arguments)[i];
+        localVariable *variable = call.variableCreate(parameter.name);
+        if (parameter.byValue)
+            localValueDescription::localValueCopy(variable->value, argument);
+        else
+            call.variableReplaceCell(variable, argument);
+    }
+    return blockChildrenRun(status, &call, record, arguments, result);
+}
+
+bool expressionRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record,
+                   localValueDescription **result)
+{
+    if (!evaluateBracketed(status, record->expression, context, result)) {
+        std::string out = "\n>> ";
+        localNarrowAppend(out, record->name);
+        out += '=';
+        localNarrowAppend(out, record->expression);
+        out += "; ";
+        out += LOCAL_DIAG_TAIL;
+        out += "ERROR!!! ";
+        localNarrowAppend(out, localErrorText(status));
+        out += LOCAL_DIAG_TAIL;
+        writeLine(std::move(out));
+        return false;
+    }
+    if (record->name.empty()) {
+        localValueRelease(*result);
+        return true;
+    }
+    localContextUTF8 *foundIn = nullptr;
+    localVariable *variable = context->variableLookup(record->name, record->name, &foundIn);
+    if (record->declares || variable == nullptr) {
+        // VAR makes a local variable, hiding one of an outer context; a name
+        // found nowhere is made here without any declaration.
+        if (foundIn == context) {
+            localValueRelease(*result);
+            status = localErrorTypeVARIABLEredeclared;
+            return false;
+        }
+        variable = context->variableCreate(record->name);
+    }
+    localValueDescription::localValueCopy(variable->value, *result);
+    localValueRelease(*result);
+    return true;
+}
+
+bool ifRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record,
+           localValueVector *arguments, localValueDescription **result)
+{
+    if (record->children.empty())
+        return false;
+    for (const localOperatorCompiled &branch : record->children) {
+        if (!branch.expression.empty()) {
+            localValueDescription *condition = nullptr;
+            if (!li::evaluate(status, branch.expression, &condition, context)) {
+                std::string out = ">> ";
+                localNarrowAppend(out, branch.expression);
+                out += LOCAL_DIAG_TAIL;
+                out += "ERROR!!! ";
+                localNarrowAppend(out, localErrorText(status));
+                out += LOCAL_DIAG_TAIL;
+                writeLine(std::move(out));
+                return false;
+            }
+            const bool taken = condition->isTrue();
+            localValueRelease(condition);
+            if (!taken)
+                continue;
+        }
+        // A branch adds no context: what it makes belongs to the surrounding one.
+        return branch.execute(status, context, &branch, arguments, result);
+    }
+    return true;
+}
+
+bool printRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record)
+{
+    localValueDescription *value = nullptr;
+    if (!li::evaluate(status, record->expression, &value, context)) {
+        std::string out = localNarrow(record->expression);
+        out += LOCAL_DIAG_TAIL;
+        out += "ERROR!!! ";
+        localNarrowAppend(out, localErrorText(status));
+        out += " in  expression.";
+        out += LOCAL_DIAG_TAIL;
+        out += "Expression below: \n";
+        localNarrowAppend(out, record->expression);
+        out += " in  expression";
+        out += LOCAL_DIAG_TAIL;
+        writeLine(std::move(out));
+        return false;
+    }
+    std::string line = localNarrow(value->toString());
+    line += '\n';
+    std::cout << line;
+    localValueRelease(value);
+    return true;
+}
+
+bool returnRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record,
+               localValueDescription **result)
+{
+    localValueDescription *value = nullptr;
+    if (!li::evaluate(status, record->expression, &value, context)) {
+        std::string out = localNarrow(u"localCompiledOperatorTypeRENURN with expression [");
+        localNarrowAppend(out, record->expression);
+        out += "ERROR!!!";
+        out += LOCAL_DIAG_TAIL;
+        writeLine(std::move(out));
+        return false;
+    }
+    status = localErrorTypeRETURN;
+    // The value travels up in a cell of its own. The compiled text stands in
+    // round brackets, so the evaluator's cell is such a copy already, held by
+    // nobody else.
+    if (value->linkCounter == 1) {
+        *result = value;
+    } else {
+        *result = localValueNew();
+        localValueDescription::localValueCopy(*result, value);
+        localValueRelease(value);
+    }
+    return true;
+}
+
+bool whileRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record,
+              localValueVector *arguments, localValueDescription **result)
+{
+    for (;;) {
+        if (context->interruptible && localServices::instance().escapePressed()) {
+            status = localErrorTypeINTERRUPTED;
+            return false;
+        }
+        localValueDescription *condition = nullptr;
+        if (!li::evaluate(status, record->expression, &condition, context)) {
+            LOCAL_DIAG(u"ERROR!!!");
+            return false;
+        }
+        const bool again = condition->localValueNumber > 0.0;
+        localValueRelease(condition);
+        if (!again)
+            return true;
+        for (const localOperatorCompiled &child : record->children) {
+            localValueRelease(*result);
+            if (!child.execute(status, context, &child, arguments, result))
+                return false;
+            if (status == localErrorTypeRETURN)
+                return true;
+            if (status == localErrorTypeBREAK) {
+                status = localErrorTypeOK;
+                return true;
+            }
+        }
+    }
+}
+
+bool commandRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record)
+{
+    // The ";" belongs to the statement: an unquoted file name of DO that
+    // ended at a line end reads it as its last character.
+    std::u16string statement;
+    statement.reserve(record->expression.size() + 1);
+    statement += record->expression;
+    statement += u';';
+    size_t position = 0;
+    if (li::scanStringGetOperatorAndExec(status, statement, position, context, false))
+        return true;
+    std::string out = localNarrow(statement);
+    out += LOCAL_DIAG_TAIL;
+    localNarrowAppend(out, localErrorText(status));
+    out += "ERROR!!!";
+    out += LOCAL_DIAG_TAIL;
+    writeLine(std::move(out));
+    return false;
+}
+
+} // namespace
+
+localOperatorCompiled::localOperatorCompiled(localExecuteFunction executeFunction)
+    : execute(executeFunction != nullptr ? executeFunction : &localOperatorCompiled::executeRecord)
+{
+}
+
+bool localOperatorCompiled::executeRecord(localErrorType &status, localContextUTF8 *context,
+                                          const localOperatorCompiled *record, localValueVector *arguments,
+                                          localValueDescription **result)
+{
+    localResultMustBeNull(result, "localOperatorCompiled::execute()");
+    status = localErrorTypeOK;
+    switch (record->type) {
+    case localCompiledOperatorTypeBLOCK:
+        if (record->name.empty())
+            return blockChildrenRun(status, context, record, arguments, result);
+        return functionBodyRun(status, context, record, arguments, result);
+    case localCompiledOperatorTypeBREAK:
+        status = localErrorTypeBREAK;
+        return true;
+    case localCompiledOperatorTypeCONTINUE:
+        status = localErrorTypeCONTINUE;
+        return true;
+    case localCompiledOperatorTypeCOMMAND:
+        return commandRun(status, context, record);
+    case localCompiledOperatorTypeEXPRESSION:
+        return expressionRun(status, context, record, result);
+    case localCompiledOperatorTypeIF:
+        return ifRun(status, context, record, arguments, result);
+    case localCompiledOperatorTypePRINT:
+        return printRun(status, context, record);
+    case localCompiledOperatorTypeRENURN:
+        return returnRun(status, context, record, result);
+    case localCompiledOperatorTypeWHILE:
+        return whileRun(status, context, record, arguments, result);
+    default:
+        LOCAL_DIAG(u"localCompiledOperatorTypeNONE ");
+        return false;
+    }
+}
+
+bool localBlockCall(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *block,
+                    localValueVector *arguments, localValueDescription **result)
+{
+    return block->execute(status, context, block, arguments, result);
+}
+
+// --- the tree printer --------------------------------------------------------
+
+namespace {
+
+void coutLine(const localOperatorCompiled &record, int indent, const std::u16string &text)
+{
+    std::string out = "[" + std::to_string(record.position) + "]  ";
+    for (int i = 0; i < indent; ++i)
+        out += "..... ";
+    localNarrowAppend(out, text);
+    out += localDiagTail("COUT", __FILE__, __LINE__);
+    std::cout << out;
+}
+
+} // namespace
+
+void localOperatorCompiled::COUT(int indent) const
+{
+    const std::u16string depth = localNumberToWide(indent);
+    switch (type) {
+    case localCompiledOperatorTypeBLOCK: {
+        std::u16string head = u"// start localCompiledOperatorTypeBLOCK with indent=" + depth;
+        if (!name.empty()) {
+            head += u" function " + name + u"(";
+            for (size_t i = 0; i < parameters.size(); ++i) {
+                if (i > 0)
+                    head += u", ";
+                if (parameters[i].byValue)
+                    head += u"VAR ";
+                head += parameters[i].nameWritten;
+            }
+            head += u")";
+        }
+        coutLine(*this, indent, head);
+        for (const localCompiledFunction &function : functions)
+            function.block->COUT(indent + 1);
+        for (const localOperatorCompiled &child : children)
+            child.COUT(indent);
+        coutLine(*this, indent, u"// finish localCompiledOperatorTypeBLOCK with indent=" + depth);
+        break;
+    }
+    case localCompiledOperatorTypeBREAK:
+        coutLine(*this, indent, u"BREAK ; ");
+        break;
+    case localCompiledOperatorTypeCONTINUE:
+        coutLine(*this, indent, u"localCompiledOperatorTypeBLOCK ");
+        break;
+    case localCompiledOperatorTypeCOMMAND:
+        coutLine(*this, indent, expression + u"; ");
+        break;
+    case localCompiledOperatorTypeEXPRESSION:
+        coutLine(*this, indent, (name.empty() ? std::u16string() : name + u"=") + expression + u"; ");
+        break;
+    case localCompiledOperatorTypeIF:
+        coutLine(*this, indent, u"localCompiledOperatorTypeIF ");
+        for (size_t i = 0; i < children.size(); ++i) {
+            const localOperatorCompiled &branch = children[i];
+            if (branch.expression.empty())
+                coutLine(branch, indent, u"else ");
+            else
+                coutLine(branch, indent, (i == 0 ? u"if (" : u"elseif (") + branch.expression + u") then ");
+            branch.COUT(indent + 1);
+        }
+        coutLine(*this, indent, u"endif; ");
+        break;
+    case localCompiledOperatorTypePRINT:
+        coutLine(*this, indent, u"? (" + expression + u") ; ");
+        break;
+    case localCompiledOperatorTypeRENURN:
+        coutLine(*this, indent, u"localCompiledOperatorTypeRENURN " + expression);
+        break;
+    case localCompiledOperatorTypeWHILE:
+        coutLine(*this, indent, u"while " + expression + u" do");
+        for (const localOperatorCompiled &child : children)
+            child.COUT(indent + 1);
+        coutLine(*this, indent, u"enddo; ");
+        break;
+    default:
+        coutLine(*this, indent, u"localCompiledOperatorTypeNONE ");
+        break;
+    }
+    std::cout << std::flush;
+}
