@@ -525,11 +525,12 @@ std::u16string formatNumber(double value, const std::u16string &format)
 
 std::u16string numberToWide(double value)
 {
-    // "%.20g" is the stream's precision-20 default float format, without
-    // building a stream for every number the interpreter prints.
+    // The stream's precision-20 default float format ("%.20g"), written
+    // without a stream and without the C locale's decimal comma.
     char buffer[40];
-    const int length = std::snprintf(buffer, sizeof buffer, "%.20g", value);
-    return std::u16string(buffer, buffer + length);
+    const std::to_chars_result written =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 20);
+    return std::u16string(buffer, written.ptr);
 }
 
 std::string nameForFileSystem(const std::u16string &name)
