@@ -49,7 +49,7 @@ private slots:
         QTest::newRow("exit sets its status") << "exit" << true << 5 << 4;
         QTest::newRow("do with blank before semicolon") << "DO file.prg ;" << true << 54 << 12;
         QTest::newRow("do keeps a semicolon in the name") << "DO file.prg;" << true << 54 << 12;
-        QTest::newRow("do quoted") << "DO \"a b.prg\";" << true << 54 << 11;
+        QTest::newRow("do quoted") << "DO \"a b.prg\";" << true << 54 << 12;
         QTest::newRow("do without name") << "DO" << false << 37 << 2;
         QTest::newRow("do unclosed quote") << "DO \"a.prg" << false << 37 << 9;
         QTest::newRow("clear memory") << "CLEA MEMO" << true << 54 << 9;

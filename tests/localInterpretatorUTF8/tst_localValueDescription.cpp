@@ -9,6 +9,8 @@ struct counted {
     int64_t links = 0;
 };
 int destructions = 0;
+localClassDeclaration *countedDeclaration = nullptr;
+localClassDeclaration *uncountedDeclaration = nullptr;
 
 int64_t countedLink(void **object, int delta)
 {
@@ -17,6 +19,8 @@ int64_t countedLink(void **object, int delta)
     return target->links;
 }
 
+// Constructs objects of the declaration `*owner`.
+template <localClassDeclaration **owner>
 bool countedDispatch(localErrorType &status, localContextUTF8 *, void **object, const std::u16string &name,
                      localValueVector *, localValueDescription **result)
 {
@@ -26,7 +30,7 @@ bool countedDispatch(localErrorType &status, localContextUTF8 *, void **object, 
             status = localErrorTypeMETHODnotDeclared;
             return false;
         }
-        (*result)->setObject(new counted, nullptr);
+        (*result)->setObject(new counted, *owner);
         return true;
     }
     if (name == u"~") {
@@ -41,11 +45,13 @@ bool countedDispatch(localErrorType &status, localContextUTF8 *, void **object, 
 localClassDeclaration *countedClass(bool withLinks)
 {
     localClassDeclaration *declaration = new localClassDeclaration;
+    const localMethodFunction dispatch =
+        withLinks ? countedDispatch<&countedDeclaration> : countedDispatch<&uncountedDeclaration>;
     declaration->className = withLinks ? u"COUNTED" : u"UNCOUNTED";
     declaration->className2 = withLinks ? u"СЧЁТНЫЙ" : u"НЕСЧЁТНЫЙ";
     declaration->localObjectLinkFunction = withLinks ? countedLink : nullptr;
-    declaration->memberAdd(u"", countedDispatch);
-    declaration->memberAdd(u"~", countedDispatch);
+    declaration->memberAdd(u"", dispatch);
+    declaration->memberAdd(u"~", dispatch);
     return declaration;
 }
 
@@ -216,8 +222,8 @@ private slots:
 
     void sharedObjectDiesWithItsLastCell()
     {
-        localClassDeclaration *declaration = countedClass(true);
-        QVERIFY(localContextUTF8::classRegister(declaration));
+        countedDeclaration = countedClass(true);
+        QVERIFY(localContextUTF8::classRegister(countedDeclaration));
         std::unique_ptr<localContextUTF8> context(new localContextUTF8(localTest::globalContext()));
         localValueVector noArguments;
         localValueDescription *made = nullptr;
@@ -238,7 +244,7 @@ private slots:
 
     void objectWithoutLinkFunctionStays()
     {
-        localClassDeclaration *declaration = countedClass(false);
+        localClassDeclaration *declaration = uncountedDeclaration = countedClass(false);
         localValueVector noArguments;
         localValueDescription *made = nullptr;
         localErrorType status = localErrorTypeOK;
