@@ -38,7 +38,8 @@ void compileReport(const std::u16string &text, size_t position, localErrorType s
     out += '\n';
     localNarrowAppend(out, localErrorText(status));
     out += '\n';
-    out += "line: " + std::to_string(line) + " pos: " + std::to_string(position - lineStart);
+    // On a line feed the position reads as one before the next line's start.
+    out += "line: " + std::to_string(line) + " pos: " + std::to_string(int64_t(position) - int64_t(lineStart));
     out += localDiagTail(routine, __FILE__, __LINE__);
     out += "char: " + std::to_string(position < text.size() ? int(text[position]) : 0);
     out += localDiagTail(routine, __FILE__, __LINE__);

@@ -1,0 +1,4 @@
+// An IF that the text never closes.
+x = 2;
+IF x > 1 THEN
+    ? x;

@@ -1,0 +1,4 @@
+// An assignment without a value.
+total = 1;
+    total = ;
+? total;

@@ -1,0 +1,4 @@
+// RETURN needs a value.
+FUNCTION f()
+    RETURN;
+ENDFUNCTION;

@@ -1,0 +1,3 @@
+? "done";
+RETURN 2;
+? "not reached";
