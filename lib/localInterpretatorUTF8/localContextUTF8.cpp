@@ -3,6 +3,8 @@
 #include "localGlobalFunctions.h"
 #include "localInterpretatorUTF8.h"
 #include "localString.h"
+#include "localValueList.h"
+#include "localValueTable.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -215,6 +217,9 @@ void localContextUTF8::init(localErrorType &status)
     for (const localClassMember *member : classDeclaration()->members)
         if (member->EXEC != nullptr && !member->name.empty() && member->name != u"~")
             functionRegister(member->name, member->EXEC);
+    for (localClassDeclaration *declaration : {localValueList::classDeclaration(), localValueTable::classDeclaration()})
+        if (!classRegister(declaration))
+            LOCAL_DIAG(u"Class [" + declaration->className + u"] registration fail! ");
     for (declarationGetter getter : startupClasses()) {
         localClassDeclaration *declaration = getter();
         if (!classRegister(declaration))

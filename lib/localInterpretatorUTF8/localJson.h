@@ -14,6 +14,7 @@
 #include <string>
 
 class localValueList;
+class localValueTable;
 
 namespace localJson {
 
@@ -56,6 +57,12 @@ bool valueFromJson(localErrorType &status, localContextUTF8 *context, const std:
 // status 34 on a syntax error.
 bool scanStringGetValueTableFromJson(localErrorType &status, const std::u16string &text, size_t &position,
                                      localValueDescription *result);
+bool scanStringGetValueTableFromJson(localErrorType &status, const std::u16string &text, size_t &position,
+                                     localValueTable &table);
+
+// The number a string stands for, with the C library's atof rules on the
+// trimmed text ("12abc" gives 12, "abc" 0) but independent of the locale.
+double numberFromText(const std::u16string &text);
 
 // Reads a UTF-8 file holding the typed record of a list and restores the
 // list. Never fails: any fault prints its status text and gives an empty

@@ -1,0 +1,418 @@
+#include "localLibraryTestSupport.h"
+
+#include "localServices.h"
+
+using localTest::listDump;
+using localTest::q;
+using localTest::run;
+
+namespace {
+
+// A screen that is there, for the methods whose work is a dialog.
+class screenServices : public localServices {
+public:
+    bool graphical() const override { return true; }
+};
+
+// The chooser answers from a script of rows and records what it was shown.
+struct dialogRecorder {
+    std::vector<size_t> answers;
+    size_t next = 0;
+    QStringList calls;
+};
+dialogRecorder recorder;
+
+size_t scriptedChoose(const std::u16string &title, const QStringList &captions, size_t startRow)
+{
+    recorder.calls << QString("choose %1 [%2] from %3").arg(q(title), captions.join(","), QString::number(startRow));
+    return recorder.next < recorder.answers.size() ? recorder.answers[recorder.next++] : 0;
+}
+
+void recordedShow(const std::u16string &title, const std::u16string &text)
+{
+    recorder.calls << QString("show %1: %2").arg(q(title), q(text));
+}
+
+// L holds three items: 10 "a", "x" "b", 30 "a".
+localValueList *threeItems()
+{
+    localValueList *list = localTest::listVariable(u"L");
+    localTest::numberAdd(*list, 10, u"a");
+    localTest::stringAdd(*list, u"x", u"b");
+    localTest::numberAdd(*list, 30, u"a");
+    return list;
+}
+
+LOCAL_CHILD_CASE(resultNotNull)
+{
+    localTest::globalContext();
+    localErrorType status = localErrorTypeOK;
+    localValueDescription *result = localValueNew();
+    void *object = nullptr;
+    localValueVector noArguments;
+    localValueList::classImplementationMethodFunction(status, nullptr, &object, u"", &noArguments, &result);
+}
+
+} // namespace
+
+class tst_localValueList : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { localTest::globalContext(); }
+
+    void registeredByTheGlobalContext()
+    {
+        localClassDeclaration *declaration = localValueList::classDeclaration();
+        QCOMPARE(localContextUTF8::classFind(u"valuelist"), declaration);
+        QCOMPARE(localContextUTF8::classFind(u"списокзначений"), declaration);
+        // The value list comes before the value table in the list of classes.
+        const std::vector<localClassDeclaration *> &classes = localContextUTF8::globalContext->classes;
+        const auto list = std::find(classes.begin(), classes.end(), declaration);
+        const auto table = std::find(classes.begin(), classes.end(), localValueTable::classDeclaration());
+        QVERIFY(list != classes.end() && table != classes.end());
+        QVERIFY(list < table);
+    }
+
+    // Each method once per language, TOJSON and the two reserved names once.
+    void memberTable()
+    {
+        const localClassDeclaration *declaration = localValueList::classDeclaration();
+        QStringList names;
+        for (const localClassMember *member : declaration->members)
+            names << q(member->name);
+        QCOMPARE(names.size(), 33);
+        QCOMPARE(names.mid(0, 8), QStringList({"", "~", "TOSTRING", "СТРОКА", "CLEAR", "ОЧИСТИТЬ", "SIZE",
+                                               "КОЛИЧЕСТВО"}));
+        QCOMPARE(names.count("TOJSON"), 1);
+        QCOMPARE(names.mid(31), QStringList({"VALUESADD", "ЗНАЧЕНИЯДОБАВИТЬ"}));
+    }
+
+    void bothSpellingsAgree_data()
+    {
+        QTest::addColumn<QString>("english");
+        QTest::addColumn<QString>("russian");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("size") << "L.SIZE()" << "L.Количество()" << "ЧИСЛО 3";
+        QTest::newRow("get") << "L.valueGet(2)" << "L.ЗначениеПолучить(2)" << "СТРОКА x";
+        QTest::newRow("by presentation") << "L.VALUEGETBYPRESENTATION(\"a\")"
+                                         << "L.ЗНАЧЕНИЕПОЛУЧИТЬПОПРЕДСТАВЛЕНИЮ(\"a\")" << "ЧИСЛО 10";
+        QTest::newRow("presentation") << "L.VALUEPRESENTATIONGET(3)" << "L.ЗначениеПредставлениеПолучить(3)"
+                                      << "СТРОКА a";
+        QTest::newRow("add") << "L.VALUEADD(5)" << "L.ЗНАЧЕНИЕДОБАВИТЬ(5)" << "ЧИСЛО 4";
+        QTest::newRow("insert") << "L.VALUEINSERT(1, 5, \"z\")" << "L.ЗначениеВставить(1, 5, \"z\")" << "ЧИСЛО 4";
+        QTest::newRow("remove") << "L.VALUEREMOVE(1)" << "L.ЗначениеУдалить(1)" << "ЧИСЛО 1";
+        QTest::newRow("clear") << "L.CLEAR()" << "L.очистить()" << "ЧИСЛО 1";
+        QTest::newRow("set") << "L.VALUESET(1, 2)" << "L.ЗНАЧЕНИЕУСТАНОВИТЬ(1, 2)" << "БУЛЕВО ИСТИНА";
+        QTest::newRow("set by presentation") << "L.VALUESETBYPRESENTATION(1, \"b\")"
+                                             << "L.ЗначениеУстановитьПоПредставлению(1, \"b\")" << "ЧИСЛО 2";
+        QTest::newRow("set presentation") << "L.VALUESETPRESENTATION(2, \"q\")"
+                                          << "L.ЗначениеУстановитьПредставление(2, \"q\")" << "БУЛЕВО ИСТИНА";
+        QTest::newRow("values add") << "L.VALUESADD(1, 2, 3)" << "L.ЗначенияДобавить(1, 2, 3)" << "ЧИСЛО 2";
+    }
+    void bothSpellingsAgree()
+    {
+        QFETCH(QString, english);
+        QFETCH(QString, russian);
+        QFETCH(QString, expected);
+        threeItems();
+        QCOMPARE(run(english), expected);
+        const QString afterEnglish = listDump(*localValueList::fromValue(localTest::globalContext()
+                                                                              ->variableFind(u"L")
+                                                                              ->value));
+        threeItems();
+        QCOMPARE(run(russian), expected);
+        QCOMPARE(listDump(*localValueList::fromValue(localTest::globalContext()->variableFind(u"L")->value)),
+                 afterEnglish);
+    }
+
+    // Count, then kind, then value: the first failing check names the status.
+    void argumentFailures_data()
+    {
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<int>("status");
+        QTest::newRow("size with an argument") << "L.SIZE(1)" << 31;
+        QTest::newRow("tostring with an argument") << "L.TOSTRING(1)" << 31;
+        QTest::newRow("get without index") << "L.VALUEGET()" << 31;
+        QTest::newRow("count before kind") << "L.VALUEGET(\"1\", 2)" << 31;
+        QTest::newRow("get with a string index") << "L.VALUEGET(\"1\")" << 33;
+        QTest::newRow("add without value") << "L.VALUEADD()" << 31;
+        QTest::newRow("add with three") << "L.VALUEADD(1, \"a\", 2)" << 31;
+        QTest::newRow("add, presentation not a string") << "L.VALUEADD(1, 2)" << 33;
+        QTest::newRow("insert with one") << "L.VALUEINSERT(1)" << 31;
+        QTest::newRow("insert, index a string") << "L.VALUEINSERT(\"1\", 2)" << 33;
+        QTest::newRow("kind before value") << "L.VALUEINSERT(0, 1, 5)" << 33;
+        QTest::newRow("get by presentation, a number") << "L.VALUEGETBYPRESENTATION(1)" << 33;
+        QTest::newRow("set, index a string") << "L.VALUESET(\"1\", 2)" << 33;
+        QTest::newRow("set with one") << "L.VALUESET(1)" << 31;
+        QTest::newRow("set by presentation, key a number") << "L.VALUESETBYPRESENTATION(\"a\", 1)" << 33;
+        QTest::newRow("set presentation, a number") << "L.VALUESETPRESENTATION(1, 2)" << 33;
+        QTest::newRow("presentation get, a string") << "L.VALUEPRESENTATIONGET(\"1\")" << 33;
+        QTest::newRow("remove without index") << "L.VALUEREMOVE()" << 31;
+        QTest::newRow("values add without values") << "L.VALUESADD()" << 31;
+        QTest::newRow("tojson with an argument") << "L.TOJSON(1)" << 31;
+        QTest::newRow("show, title a number") << "L.SHOW(1)" << 33;
+        QTest::newRow("show with two") << "L.SHOW(\"a\", \"b\")" << 31;
+        QTest::newRow("choose, start a string") << "L.ROWCHOOSE(\"t\", \"2\")" << 33;
+        QTest::newRow("choose, start past the count") << "L.ROWCHOOSE(\"t\", 4)" << 7;
+        QTest::newRow("choose with three") << "L.ROWCHOOSE(\"t\", 1, 1)" << 31;
+        QTest::newRow("choose without a screen") << "L.ROWCHOOSE(\"t\", 3)" << 26;
+        QTest::newRow("show without a screen") << "L.SHOW()" << 26;
+        QTest::newRow("unknown method") << "L.SORT()" << 27;
+        QTest::newRow("tojson has no Russian twin") << "L.ВJSON()" << 27;
+    }
+    void argumentFailures()
+    {
+        QFETCH(QString, expression);
+        QFETCH(int, status);
+        localValueList *list = threeItems();
+        const QString before = listDump(*list);
+        QCOMPARE(run(expression), QString("fail %1").arg(status));
+        QCOMPARE(listDump(*list), before);
+    }
+
+    // On the list 10 "a", "x" "b", 30 "a": the answer and the items after it.
+    void indexEdges_data()
+    {
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<QString>("items");
+        const QString same = "a=10; b=x; a=30";
+        QTest::newRow("get 0") << "L.VALUEGET(0)" << "fail 7" << same;
+        QTest::newRow("get first") << "L.VALUEGET(1)" << "ЧИСЛО 10" << same;
+        QTest::newRow("get last") << "L.VALUEGET(3)" << "ЧИСЛО 30" << same;
+        QTest::newRow("get size+1") << "L.VALUEGET(L.SIZE() + 1)" << "fail 7" << same;
+        QTest::newRow("get negative") << "L.VALUEGET(-1)" << "fail 7" << same;
+        QTest::newRow("get drops the fraction") << "L.VALUEGET(2.9)" << "СТРОКА x" << same;
+        QTest::newRow("set 0 answers false") << "L.VALUESET(0, 5)" << "БУЛЕВО ЛОЖЬ" << same;
+        QTest::newRow("set past the end answers false") << "L.VALUESET(4, 5)" << "БУЛЕВО ЛОЖЬ" << same;
+        QTest::newRow("set last") << "L.VALUESET(3, \"z\")" << "БУЛЕВО ИСТИНА" << "a=10; b=x; a=z";
+        QTest::newRow("presentation get 0") << "L.VALUEPRESENTATIONGET(0)" << "fail 7" << same;
+        QTest::newRow("presentation get 4") << "L.VALUEPRESENTATIONGET(4)" << "fail 7" << same;
+        QTest::newRow("set presentation 0") << "L.VALUESETPRESENTATION(0, \"q\")" << "БУЛЕВО ЛОЖЬ" << same;
+        QTest::newRow("set presentation 4") << "L.VALUESETPRESENTATION(4, \"q\")" << "БУЛЕВО ЛОЖЬ" << same;
+        QTest::newRow("set presentation 1") << "L.VALUESETPRESENTATION(1, \"q\")" << "БУЛЕВО ИСТИНА"
+                                            << "q=10; b=x; a=30";
+        QTest::newRow("remove 0") << "L.VALUEREMOVE(0)" << "fail 7" << same;
+        QTest::newRow("remove 4") << "L.VALUEREMOVE(4)" << "fail 7" << same;
+        QTest::newRow("remove shifts down") << "L.VALUEREMOVE(1)" << "ЧИСЛО 1" << "b=x; a=30";
+        QTest::newRow("remove last") << "L.VALUEREMOVE(3)" << "ЧИСЛО 1" << "a=10; b=x";
+        QTest::newRow("insert at 0") << "L.VALUEINSERT(0, 1)" << "fail 7" << same;
+        QTest::newRow("insert past the count") << "L.VALUEINSERT(4, 1)" << "fail 7" << same;
+        QTest::newRow("insert before first") << "L.VALUEINSERT(1, 1, \"n\")" << "ЧИСЛО 4" << "n=1; a=10; b=x; a=30";
+        QTest::newRow("insert before last") << "L.VALUEINSERT(3, 1)" << "ЧИСЛО 4" << "a=10; b=x; =1; a=30";
+        QTest::newRow("add appends") << "L.VALUEADD(\"v\", \"c\")" << "ЧИСЛО 4" << "a=10; b=x; a=30; c=v";
+        QTest::newRow("add without presentation") << "L.VALUEADD(7)" << "ЧИСЛО 4" << "a=10; b=x; a=30; =7";
+        QTest::newRow("clear") << "L.CLEAR()" << "ЧИСЛО 1" << "";
+    }
+    void indexEdges()
+    {
+        QFETCH(QString, expression);
+        QFETCH(QString, expected);
+        QFETCH(QString, items);
+        localValueList *list = threeItems();
+        QCOMPARE(run(expression), expected);
+        QCOMPARE(listDump(*list), items);
+    }
+
+    void presentations_data()
+    {
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<QString>("items");
+        const QString same = "a=10; b=x; a=30";
+        QTest::newRow("first of equal keys") << "L.VALUEGETBYPRESENTATION(\"a\")" << "ЧИСЛО 10" << same;
+        QTest::newRow("unknown key gives empty string") << "L.VALUEGETBYPRESENTATION(\"zz\")" << "СТРОКА " << same;
+        QTest::newRow("keys are exact") << "L.VALUEGETBYPRESENTATION(\"A\")" << "СТРОКА " << same;
+        QTest::newRow("set changes the first") << "L.VALUESETBYPRESENTATION(5, \"a\")" << "ЧИСЛО 1"
+                                               << "a=5; b=x; a=30";
+        QTest::newRow("set of a new key appends") << "L.VALUESETBYPRESENTATION(5, \"c\")" << "ЧИСЛО 4"
+                                                  << "a=10; b=x; a=30; c=5";
+        QTest::newRow("a second equal key is allowed") << "L.VALUEADD(1, \"b\")" << "ЧИСЛО 4"
+                                                       << "a=10; b=x; a=30; b=1";
+    }
+    void presentations()
+    {
+        indexEdges();
+    }
+
+    // Values at odd places are added, each named by its own string form; the
+    // pair that ends on the last argument has an empty presentation.
+    void valuesAdd_data()
+    {
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<QString>("items");
+        QTest::newRow("one") << "1" << "ЧИСЛО 1" << "1=1";
+        QTest::newRow("pair") << "1, 2" << "ЧИСЛО 1" << "=1";
+        QTest::newRow("three") << "1, 2, 3" << "ЧИСЛО 2" << "1=1; 3=3";
+        QTest::newRow("four") << "1, 2, 3, 4" << "ЧИСЛО 2" << "1=1; =3";
+        QTest::newRow("five") << "\"a\", \"b\", \"c\", \"d\", \"e\"" << "ЧИСЛО 3" << "a=a; c=c; e=e";
+    }
+    void valuesAdd()
+    {
+        QFETCH(QString, arguments);
+        QFETCH(QString, expected);
+        QFETCH(QString, items);
+        localValueList *list = localTest::listVariable(u"L");
+        QCOMPARE(run("L.VALUESADD(" + arguments + ")"), expected);
+        QCOMPARE(listDump(*list), items);
+    }
+
+    void toStringNamesClassAndCount()
+    {
+        threeItems();
+        const QString text = run("L.TOSTRING()");
+        QVERIFY2(text.startsWith("СТРОКА ") && text.contains("СПИСОКЗНАЧЕНИЙ") && text.contains("[3]")
+                     && !text.contains('\n'),
+                 qPrintable(text));
+        QCOMPARE(run("L.СТРОКА()"), text);
+    }
+
+    // Values go in and out as deep copies; objects inside are shared by count.
+    void copiesAndObjectLinks()
+    {
+        localValueList *outer = localTest::listVariable(u"L");
+        localValueList *inner = localTest::listVariable(u"M");
+        localTest::numberAdd(*inner, 1, u"one");
+        const int64_t liveBefore = localValueList::counterStaticTotal;
+        QCOMPARE(run("L.VALUEADD(M, \"m\")"), QString("ЧИСЛО 1"));
+        QCOMPARE(inner->objectLinks, int64_t(2));
+        QCOMPARE(run("L.VALUEGET(1).SIZE()"), QString("ЧИСЛО 1"));
+        QCOMPARE(inner->objectLinks, int64_t(2)); // the copy that VALUEGET made is gone again
+
+        // The variable lets go: the list inside the outer one keeps it alive.
+        localValueDescription number;
+        localTest::globalContext()->variableSet(u"M", &number);
+        QCOMPARE(localValueList::counterStaticTotal, liveBefore);
+        QCOMPARE(inner->objectLinks, int64_t(1));
+        // Removing the last holder destroys it through "~".
+        QVERIFY(outer->valueRemove(1));
+        QCOMPARE(localValueList::counterStaticTotal, liveBefore - 1);
+
+        localTest::stringAdd(*outer, u"text", u"s");
+        localValueDescription *copy = nullptr;
+        localErrorType status = localErrorTypeOK;
+        localValueVector arguments;
+        localValueDescription one;
+        one.setVal(1);
+        arguments.push_back(&one);
+        void *object = outer;
+        QVERIFY(localValueList::classImplementationMethodFunction(status, nullptr, &object, u"VALUEGET", &arguments,
+                                                                  &copy));
+        copy->localValueString = u"changed";
+        QCOMPARE(q(outer->valueByIndex(1)->localValueString), QString("text"));
+        localValueRelease(copy);
+    }
+
+    void clearingTheLastHolderDestroysNestedLists()
+    {
+        const int64_t liveBefore = localValueList::counterStaticTotal;
+        {
+            localValueDescription holder;
+            localValueList *outer = localValueList::newInCell(&holder);
+            localValueDescription innerHolder;
+            localValueList *inner = localValueList::newInCell(&innerHolder);
+            localTest::numberAdd(*inner, 1, u"x");
+            outer->valueAdd(&innerHolder, u"inner");
+            QCOMPARE(localValueList::counterStaticTotal, liveBefore + 2);
+        }
+        QCOMPARE(localValueList::counterStaticTotal, liveBefore);
+    }
+
+    void nativeOperations()
+    {
+        localValueList list;
+        localTest::numberAdd(list, 1, u"a");
+        QCOMPARE(list.valueSetByPresentation(u"text", u"b"), size_t(2));
+        QCOMPARE(list.valueSetByPresentation(3.0, u"a"), size_t(1));
+        QCOMPARE(list.indexOfPresentation(u"b"), size_t(2));
+        QCOMPARE(list.indexOfPresentation(u"c"), size_t(0));
+        QVERIFY(list.valueByKey(u"c") == nullptr);
+        QVERIFY(list.valueByIndex(0) == nullptr && list.valueByIndex(3) == nullptr);
+        QVERIFY(list.presentationByIndex(3) == nullptr);
+        QCOMPARE(list.valueByKey(u"a")->localValueNumber, 3.0);
+        QCOMPARE(listDump(list), QString("a=3; b=text"));
+        QVERIFY(!list.valueInsert(3, list.valueByIndex(1), u"c"));
+        QVERIFY(list.valueInsert(2, list.valueByIndex(1), u"c"));
+        QCOMPARE(listDump(list), QString("a=3; c=3; b=text"));
+        QCOMPARE(list.captions(), QStringList({"a", "c", "b"}));
+    }
+
+    void indexFromNumber_data()
+    {
+        QTest::addColumn<double>("number");
+        QTest::addColumn<int>("count");
+        QTest::addColumn<int>("index");
+        QTest::newRow("zero") << 0.0 << 3 << 0;
+        QTest::newRow("one") << 1.0 << 3 << 1;
+        QTest::newRow("fraction below one") << 0.99 << 3 << 0;
+        QTest::newRow("fraction") << 3.5 << 3 << 3;
+        QTest::newRow("past the end") << 4.0 << 3 << 0;
+        QTest::newRow("negative") << -1.0 << 3 << 0;
+        QTest::newRow("huge") << 1e300 << 3 << 0;
+        QTest::newRow("nan") << std::nan("") << 3 << 0;
+        QTest::newRow("empty") << 1.0 << 0 << 0;
+    }
+    void indexFromNumber()
+    {
+        QFETCH(double, number);
+        QFETCH(int, count);
+        QFETCH(int, index);
+        QCOMPARE(localIndexFromNumber(number, size_t(count)), size_t(index));
+    }
+
+    void dispatchEdges()
+    {
+        localClassDeclaration *declaration = localValueList::classDeclaration();
+        localErrorType status = localErrorTypeOK;
+        localValueVector noArguments;
+        localValueDescription *result = nullptr;
+        QVERIFY(!declaration->methodExec(status, nullptr, nullptr, u"SIZE", &noArguments, &result));
+        QCOMPARE(int(status), 29);
+        QVERIFY(result != nullptr); // the result cell exists even on failure
+        localValueRelease(result);
+        QVERIFY(!declaration->methodExec(status, nullptr, nullptr, u"NOSUCH", &noArguments, &result));
+        QCOMPARE(int(status), 12);
+        localValueRelease(result);
+
+        localValueList list;
+        QVERIFY(!declaration->methodExec(status, nullptr, &list, u"size", nullptr, &result));
+        QCOMPARE(int(status), 16);
+        localValueRelease(result);
+
+        const localTest::childResult child = localTest::runChild("resultNotNull");
+        QCOMPARE(child.exitCode, 1);
+        QVERIFY2(child.output.contains("localValueList::classImplementationMethodFunction() result must be NULL!"),
+                 child.output.constData());
+    }
+
+    void dialogsWithAScreen()
+    {
+        localValueList *list = threeItems();
+        Q_UNUSED(list);
+        localServices::install(new screenServices);
+        localListDialogs saved = localListDialogs::handlers;
+        localListDialogs::handlers.rowChoose = scriptedChoose;
+        QCOMPARE(run("L.SHOW()"), QString("fail 26")); // no text viewer registered
+        localListDialogs::handlers.textShow = recordedShow;
+
+        recorder = dialogRecorder();
+        recorder.answers = {2};
+        QCOMPARE(run("L.ROWCHOOSE(\"Pick\", 3)"), QString("ЧИСЛО 2"));
+        QCOMPARE(run("L.РЯДВЫБРАТЬ()"), QString("ЧИСЛО 0"));
+        QCOMPARE(recorder.calls, QStringList({"choose Pick [a,b,a] from 3", "choose  [a,b,a] from 0"}));
+
+        recorder = dialogRecorder();
+        recorder.answers = {2, 1, 0};
+        QCOMPARE(run("L.SHOW(\"List\")"), QString("ЧИСЛО 1"));
+        QCOMPARE(recorder.calls, QStringList({"choose List [a,b,a] from 0", "show b: x", "choose List [a,b,a] from 2",
+                                              "show a: 10", "choose List [a,b,a] from 1"}));
+
+        localListDialogs::handlers = saved;
+        localServices::install(nullptr);
+        QCOMPARE(run("L.ROWCHOOSE()"), QString("fail 26"));
+    }
+};
+
+LOCAL_TEST_MAIN(tst_localValueList)
+#include "tst_localValueList.moc"
