@@ -172,6 +172,7 @@ bool parseValue(localErrorType &status, const std::u16string &text, size_t &posi
             return JSON_PARSE_FAULT(status, text, position);
         return true;
     }
+    const size_t wordStart = position;
     const std::u16string word = localInterpretatorUTF8::scanStringGetNameToken(text, position);
     if (word == u"true")
         item.value.setBool(true);
@@ -180,7 +181,7 @@ bool parseValue(localErrorType &status, const std::u16string &text, size_t &posi
     else if (word == u"null")
         item.value.setVal(0.0);
     else
-        return JSON_PARSE_FAULT(status, text, position);
+        return JSON_PARSE_FAULT(status, text, wordStart);
     return true;
 }
 

@@ -1,0 +1,427 @@
+#include "localLibraryTestSupport.h"
+
+#include "localServices.h"
+
+using localTest::q;
+using localTest::run;
+
+namespace {
+
+class screenServices : public localServices {
+public:
+    bool graphical() const override { return true; }
+};
+
+QStringList chooserCalls;
+localValueTable *shownTable = nullptr;
+
+size_t chooseSecond(const std::u16string &title, const QStringList &captions, size_t startRow)
+{
+    chooserCalls << q(title) + ": " + captions.join(" / ") + " @" + QString::number(startRow);
+    return 2;
+}
+
+void recordShow(localValueTable *table)
+{
+    shownTable = table;
+}
+
+// The whole table as "COLUMNS|row|row", cells by their string forms.
+QString tableDump(const localValueTable &table)
+{
+    QStringList lines;
+    QStringList names;
+    for (const std::u16string &name : table.columns)
+        names << q(name);
+    lines << names.join(",");
+    for (const localValueTable::row &cells : table.rows) {
+        QStringList values;
+        for (const localValueDescription &cell : cells)
+            values << q(cell.toString());
+        lines << values.join(",");
+    }
+    return lines.join("|");
+}
+
+void cellSet(localValueTable &table, size_t row, size_t column, const QString &text)
+{
+    localValueDescription value;
+    bool isNumber = false;
+    const double number = text.toDouble(&isNumber);
+    if (isNumber)
+        value.setVal(number);
+    else
+        value.setString(localTest::w(text));
+    localErrorType status = localErrorTypeOK;
+    QVERIFY(table.valueSet(status, row, column, &value));
+}
+
+// T: NAME, AGE and three rows a/3, b/1, c/2.
+localValueTable *threeRows()
+{
+    localValueTable *table = localTest::tableVariable(u"T");
+    table->columnAdd(u"name");
+    table->columnAdd(u"age");
+    const char *names[] = {"a", "b", "c"};
+    const char *ages[] = {"3", "1", "2"};
+    for (size_t i = 0; i < 3; ++i) {
+        table->rowAdd(0);
+        cellSet(*table, i + 1, 1, names[i]);
+        cellSet(*table, i + 1, 2, ages[i]);
+    }
+    return table;
+}
+
+LOCAL_CHILD_CASE(resultNotNull)
+{
+    localTest::globalContext();
+    localErrorType status = localErrorTypeOK;
+    localValueDescription *result = localValueNew();
+    void *object = nullptr;
+    localValueVector noArguments;
+    localValueTable::classImplementationMethodFunction(status, nullptr, &object, u"", &noArguments, &result);
+}
+
+} // namespace
+
+class tst_localValueTable : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() { localTest::globalContext(); }
+
+    void registeredWithBothNames()
+    {
+        localClassDeclaration *declaration = localValueTable::classDeclaration();
+        QCOMPARE(localContextUTF8::classFind(u"ValueTable"), declaration);
+        QCOMPARE(localContextUTF8::classFind(u"таблицазначений"), declaration);
+        QStringList names;
+        for (const localClassMember *member : declaration->members)
+            names << q(member->name);
+        QCOMPARE(names.size(), 35);
+        QCOMPARE(names.mid(0, 6), QStringList({"", "~", "TOSTRING", "СТРОКА", "CLEAR", "ОЧИСТИТЬ"}));
+        QCOMPARE(names.count("FILLFROMJSON"), 1);
+        QCOMPARE(names.mid(30), QStringList({"FILLFROMJSON", "ROWCHOOSE", "РЯДВЫБРАТЬ", "SHOW", "ПОКАЗАТЬ"}));
+    }
+
+    void argumentFailures_data()
+    {
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<int>("status");
+        QTest::newRow("column add without name") << "T.COLUMNADD()" << 31;
+        QTest::newRow("column add with a number") << "T.COLUMNADD(1)" << 33;
+        QTest::newRow("column name of a string") << "T.COLUMNNAMEGET(\"1\")" << 33;
+        QTest::newRow("column name 0") << "T.COLUMNNAMEGET(0)" << 7;
+        QTest::newRow("column name past the count") << "T.COLUMNNAMEGET(3)" << 7;
+        QTest::newRow("column number of a number") << "T.COLUMNNUMBERGET(1)" << 33;
+        QTest::newRow("column parameters of a boolean") << "T.COLUMNPARAMETERSGET(ИСТИНА)" << 33;
+        QTest::newRow("column parameters without argument") << "T.COLUMNPARAMETERSGET()" << 31;
+        QTest::newRow("columns count with an argument") << "T.COLUMNSCOUNT(1)" << 31;
+        QTest::newRow("row add with a string") << "T.ROWADD(\"1\")" << 33;
+        QTest::newRow("row add with two") << "T.ROWADD(1, 2)" << 31;
+        QTest::newRow("actual row 0") << "T.ROWACTUALSET(0)" << 7;
+        QTest::newRow("actual row past the count") << "T.ROWACTUALSET(4)" << 7;
+        QTest::newRow("actual row without argument") << "T.ROWACTUALSET()" << 31;
+        QTest::newRow("get with one") << "T.VALUEGET(1)" << 31;
+        QTest::newRow("get, row a string") << "T.VALUEGET(\"1\", 1)" << 33;
+        QTest::newRow("get, column a boolean") << "T.VALUEGET(1, ЛОЖЬ)" << 33;
+        QTest::newRow("get row 0") << "T.VALUEGET(0, 1)" << 7;
+        QTest::newRow("get row past the count") << "T.VALUEGET(4, 1)" << 7;
+        QTest::newRow("get column past the count") << "T.VALUEGET(1, 3)" << 7;
+        QTest::newRow("get unknown column name") << "T.VALUEGET(1, \"NOPE\")" << 7;
+        QTest::newRow("set with two") << "T.VALUESET(1, 1)" << 31;
+        QTest::newRow("count before kind") << "T.VALUESET(\"1\", 1)" << 31;
+        QTest::newRow("set, row a string") << "T.VALUESET(\"1\", 1, 5)" << 33;
+        QTest::newRow("set column past the count") << "T.VALUESET(1, 3, 5)" << 7;
+        QTest::newRow("set row past the count") << "T.VALUESET(4, 1, 5)" << 7;
+        QTest::newRow("sort without spec") << "T.SORT()" << 31;
+        QTest::newRow("sort with a number") << "T.SORT(1)" << 33;
+        QTest::newRow("sort by a sign alone") << "T.SORT(\"+\")" << 7;
+        QTest::newRow("sort by a minus alone") << "T.SORT(\"-\")" << 7;
+        QTest::newRow("fill with one") << "T.FILLFROMJSON(\"{}\")" << 31;
+        QTest::newRow("fill, position a number") << "T.FILLFROMJSON(\"{}\", 1)" << 33;
+        QTest::newRow("choose without title") << "T.ROWCHOOSE()" << 31;
+        QTest::newRow("choose, title a number") << "T.ROWCHOOSE(1)" << 33;
+        QTest::newRow("choose, column a number") << "T.ROWCHOOSE(\"t\", 1)" << 33;
+        QTest::newRow("choose without a screen") << "T.ROWCHOOSE(\"t\", \"NAME\")" << 26;
+        QTest::newRow("show without a screen") << "T.SHOW()" << 26;
+        QTest::newRow("show with an argument") << "T.SHOW(1)" << 31;
+        QTest::newRow("clear with an argument") << "T.CLEAR(1)" << 31;
+        QTest::newRow("unknown method") << "T.SIZE()" << 27;
+    }
+    void argumentFailures()
+    {
+        QFETCH(QString, expression);
+        QFETCH(int, status);
+        localValueTable *table = threeRows();
+        const QString before = tableDump(*table);
+        QCOMPARE(run(expression), QString("fail %1").arg(status));
+        QCOMPARE(tableDump(*table), before);
+    }
+
+    // One table through a sequence of calls: rows are always as wide as the columns.
+    void columnsAndRows()
+    {
+        localValueTable *table = localTest::tableVariable(u"T");
+        const std::pair<const char *, const char *> steps[] = {
+            {"T.ROWADD()", "ЧИСЛО 1"},
+            {"T.РЯДДОБАВИТЬ(0)", "ЧИСЛО 2"},
+            {"T.VALUEGET(1, 1)", "fail 7"},
+            {"T.COLUMNADD(\"name\")", "ЧИСЛО 1"},
+            {"T.VALUEGET(2, 1)", "ЧИСЛО 0"},
+            {"T.КОЛОНКАДОБАВИТЬ(\"ёжик\")", "ЧИСЛО 2"},
+            {"T.COLUMNNAMEGET(2)", "СТРОКА ЁЖИК"},
+            {"T.COLUMNNUMBERGET(\"NaMe\")", "ЧИСЛО 1"},
+            {"T.COLUMNNUMBERGET(\"age\")", "ЧИСЛО 0"},
+            {"T.COLUMNPARAMETERSGET(2)", "СТРОКА ЁЖИК"},
+            {"T.COLUMNPARAMETERSGET(5)", "СТРОКА "},
+            {"T.COLUMNPARAMETERSGET(\"Ёжик\")", "ЧИСЛО 2"},
+            {"T.COLUMNPARAMETERSGET(\"nope\")", "ЧИСЛО 0"},
+            {"T.COLUMNSCOUNT()", "ЧИСЛО 2"},
+            {"T.РЯДЫКОЛИЧЕСТВО()", "ЧИСЛО 2"},
+            {"T.VALUESET(2, \"Ёжик\", \"x\")", "БУЛЕВО ИСТИНА"},
+            {"T.VALUEGET(2, 2)", "СТРОКА x"},
+            {"T.ЗНАЧЕНИЕПОЛУЧИТЬ(2, \"ёжик\")", "СТРОКА x"},
+            {"T.ROWACTUALGET()", "ЧИСЛО 0"},
+            {"T.ROWACTUALSET(2)", "ЧИСЛО 2"},
+            {"T.РЯДТЕКУЩИЙПОЛУЧИТЬ()", "ЧИСЛО 2"},
+            {"T.CLEAR()", "ЧИСЛО 0"},
+            {"T.COLUMNSCOUNT() + T.ROWSCOUNT()", "ЧИСЛО 0"},
+            {"T.ROWACTUALGET()", "ЧИСЛО 2"},
+        };
+        for (const auto &step : steps) {
+            QCOMPARE(run(QString::fromUtf8(step.first)), QString::fromUtf8(step.second));
+            for (const localValueTable::row &cells : table->rows)
+                QCOMPARE(cells.size(), table->columns.size());
+        }
+    }
+
+    void rowAddPositions_data()
+    {
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("none appends") << "" << "NAME,AGE|a,3|b,1|c,2|0,0";
+        QTest::newRow("0 appends") << "0" << "NAME,AGE|a,3|b,1|c,2|0,0";
+        QTest::newRow("1 inserts before the first") << "1" << "NAME,AGE|0,0|a,3|b,1|c,2";
+        QTest::newRow("3 inserts before the last") << "3" << "NAME,AGE|a,3|b,1|0,0|c,2";
+        QTest::newRow("past the count appends") << "4" << "NAME,AGE|a,3|b,1|c,2|0,0";
+        QTest::newRow("negative appends") << "-2" << "NAME,AGE|a,3|b,1|c,2|0,0";
+    }
+    void rowAddPositions()
+    {
+        QFETCH(QString, arguments);
+        QFETCH(QString, expected);
+        localValueTable *table = threeRows();
+        QCOMPARE(run("T.ROWADD(" + arguments + ")"), QString("ЧИСЛО 4"));
+        QCOMPARE(tableDump(*table), expected);
+    }
+
+    void failedGetLeavesNumberZero()
+    {
+        localValueTable *table = threeRows();
+        localErrorType status = localErrorTypeOK;
+        localValueDescription row;
+        row.setVal(9);
+        localValueDescription column;
+        column.setString(u"name");
+        localValueVector arguments{&row, &column};
+        localValueDescription *result = nullptr;
+        void *object = table;
+        QVERIFY(!localValueTable::classImplementationMethodFunction(status, nullptr, &object, u"VALUEGET", &arguments,
+                                                                    &result));
+        QCOMPARE(int(status), 7);
+        QCOMPARE(result->getType(), int32_t(localValueTypeNUM));
+        QCOMPARE(result->localValueNumber, 0.0);
+        localValueRelease(result);
+
+        QVERIFY(!table->value(status, 1, 3, &result));
+        QCOMPARE(result->localValueNumber, 0.0);
+        localValueRelease(result);
+        status = localErrorTypeOK;
+        QVERIFY(table->value(status, 1, 1, &result));
+        QCOMPARE(q(result->toString()), QString("a"));
+        localValueRelease(result);
+        QCOMPARE(int(status), 54);
+    }
+
+    // Columns NAME, AGE, TAG; the cells of the sorted column are given, the
+    // TAG column is A, B, C... in the starting order.
+    void sort_data()
+    {
+        QTest::addColumn<QString>("column");
+        QTest::addColumn<QStringList>("cells");
+        QTest::addColumn<QString>("spec");
+        QTest::addColumn<QString>("answer");
+        QTest::addColumn<QString>("order");
+        const QStringList ages = {"30", "20", "30", "10"};
+        QTest::newRow("ascending, equal rows keep their order") << "AGE" << ages << "AGE" << "ИСТИНА" << "DBAC";
+        QTest::newRow("plus is ascending") << "AGE" << ages << "+AGE" << "ИСТИНА" << "DBAC";
+        QTest::newRow("descending, equal rows keep their order") << "AGE" << ages << "-AGE" << "ИСТИНА" << "ACBD";
+        QTest::newRow("lower-case name is not found") << "AGE" << ages << "age" << "ЛОЖЬ" << "ABCD";
+        QTest::newRow("unknown column") << "AGE" << ages << "-NOPE" << "ЛОЖЬ" << "ABCD";
+        QTest::newRow("empty spec") << "AGE" << ages << "" << "ЛОЖЬ" << "ABCD";
+        QTest::newRow("strings by code, then by length")
+            << "NAME" << QStringList({"'b'", "'B'", "'ab'", "'a'"}) << "NAME" << "ИСТИНА" << "BDCA";
+        QTest::newRow("numbers compare as numbers") << "AGE" << QStringList({"9", "10", "100", "-1"}) << "AGE"
+                                                    << "ИСТИНА" << "DABC";
+        // The first row is a number: strings count by their number field, 0.
+        QTest::newRow("first row a number") << "AGE" << QStringList({"5", "'x'", "3", "'1'"}) << "AGE" << "ИСТИНА"
+                                            << "BDCA";
+        // The first row is a string: every cell by its string form.
+        QTest::newRow("first row a string") << "AGE" << QStringList({"'10'", "9", "'9'", "100"}) << "AGE" << "ИСТИНА"
+                                            << "ADBC";
+        QTest::newRow("booleans by their words") << "AGE" << QStringList({"ЛОЖЬ", "ИСТИНА"}) << "AGE" << "ИСТИНА"
+                                                 << "BA";
+    }
+    void sort()
+    {
+        QFETCH(QString, column);
+        QFETCH(QStringList, cells);
+        QFETCH(QString, spec);
+        QFETCH(QString, answer);
+        QFETCH(QString, order);
+        localValueTable *table = localTest::tableVariable(u"T");
+        table->columnAdd(u"NAME");
+        table->columnAdd(u"AGE");
+        table->columnAdd(u"TAG");
+        for (int i = 0; i < cells.size(); ++i) {
+            QCOMPARE(run("T.ROWADD()"), QString("ЧИСЛО %1").arg(i + 1));
+            QCOMPARE(run(QString("T.VALUESET(%1, \"%2\", %3)").arg(i + 1).arg(column, cells[i])),
+                     QString("БУЛЕВО ИСТИНА"));
+            cellSet(*table, size_t(i) + 1, 3, QString(QChar('A' + i)));
+        }
+        table->rowActual = 2;
+        QCOMPARE(run("T.SORT(\"" + spec + "\")"), "БУЛЕВО " + answer);
+        QString tags;
+        for (const localValueTable::row &cellsOfRow : table->rows)
+            tags += q(cellsOfRow[2].toString());
+        QCOMPARE(tags, order);
+        QCOMPARE(table->rowActual, 2u);
+    }
+
+    void sortWithoutRows()
+    {
+        localValueTable *table = localTest::tableVariable(u"T");
+        table->columnAdd(u"A");
+        QCOMPARE(run("T.SORT(\"+\")"), QString("БУЛЕВО ИСТИНА"));
+        QCOMPARE(run("T.СОРТИРОВАТЬ(\"NOPE\")"), QString("БУЛЕВО ИСТИНА"));
+        QCOMPARE(run("T.SORT(\"\")"), QString("БУЛЕВО ЛОЖЬ"));
+    }
+
+    // Rows move as whole records: an object in a cell keeps its count.
+    void sortMovesObjectsWithoutCopies()
+    {
+        localValueTable *table = localTest::tableVariable(u"T");
+        table->columnAdd(u"K");
+        table->columnAdd(u"OBJ");
+        localValueDescription holder;
+        localValueList *list = localValueList::newInCell(&holder);
+        for (int key : {3, 2, 1}) {
+            const size_t row = table->rowAdd(0);
+            localValueDescription value;
+            value.setVal(key);
+            localErrorType status = localErrorTypeOK;
+            table->valueSet(status, row, 1, &value);
+            table->valueSet(status, row, 2, &holder);
+        }
+        QCOMPARE(list->objectLinks, int64_t(4));
+        localErrorType status = localErrorTypeOK;
+        bool answer = false;
+        QVERIFY(table->sort(status, u"K", answer));
+        QVERIFY(answer);
+        QCOMPARE(list->objectLinks, int64_t(4));
+        QCOMPARE(table->cell(1, 1)->localValueNumber, 1.0);
+        QCOMPARE(table->cell(3, 1)->localValueNumber, 3.0);
+        const int64_t liveTables = localValueTable::counterStaticTotal;
+        localValueDescription number;
+        localTest::globalContext()->variableSet(u"T", &number);
+        QCOMPARE(localValueTable::counterStaticTotal, liveTables - 1);
+        QCOMPARE(list->objectLinks, int64_t(1));
+    }
+
+    void fillFromJson_data()
+    {
+        QTest::addColumn<QString>("call");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<QString>("dump");
+        QTest::newRow("flat") << "T.FILLFROMJSON('{\"a\": \"1\", \"b\" : \"x y\"}', \"0\")"
+                              << "БУЛЕВО ИСТИНА"
+                              << "KEY,VALUE|a,1|b,x y";
+        QTest::newRow("position from 1") << "T.FILLFROMJSON('xx{\"a\": \"1\"}', \"3\")"
+                                         << "БУЛЕВО ИСТИНА"
+                                         << "KEY,VALUE|a,1";
+        QTest::newRow("empty object") << "T.FILLFROMJSON(' { } ', \"1\")" << "БУЛЕВО ИСТИНА" << "KEY,VALUE";
+        QTest::newRow("number value is a syntax error") << "T.FILLFROMJSON('{\"a\": 1}', \"1\")"
+                                                        << "fail 34"
+                                                        << "KEY,VALUE";
+        QTest::newRow("not an object") << "T.FILLFROMJSON('[1]', \"1\")" << "fail 34" << "KEY,VALUE";
+    }
+    void fillFromJson()
+    {
+        QFETCH(QString, call);
+        QFETCH(QString, expected);
+        QFETCH(QString, dump);
+        localValueTable *table = localTest::tableVariable(u"T");
+        QCOMPARE(run(call), expected);
+        QCOMPARE(tableDump(*table), dump);
+    }
+
+    void fillFromJsonNests()
+    {
+        localTest::tableVariable(u"T");
+        QCOMPARE(run("T.FILLFROMJSON('{\"page\": {\"title\": \"Главная\", \"body\": {\"p\": \"text\"}}}', \"1\")"),
+                 QString("БУЛЕВО ИСТИНА"));
+        QCOMPARE(run("T.VALUEGET(1, \"value\").VALUEGET(1, \"value\")"), QString("СТРОКА Главная"));
+        QCOMPARE(run("T.VALUEGET(1, \"value\").VALUEGET(2, \"value\").VALUEGET(1, \"key\")"), QString("СТРОКА p"));
+    }
+
+    void toStringNamesSizes()
+    {
+        threeRows();
+        const QString text = run("T.TOSTRING()");
+        QVERIFY2(text.contains("ТАБЛИЦАЗНАЧЕНИЙ") && text.contains("[2]") && text.contains("[3]"), qPrintable(text));
+        QCOMPARE(run("T.СТРОКА()"), text);
+    }
+
+    void dialogsWithAScreen()
+    {
+        localValueTable *table = threeRows();
+        localServices::install(new screenServices);
+        const localListDialogs saved = localListDialogs::handlers;
+        localListDialogs::handlers.rowChoose = chooseSecond;
+        chooserCalls.clear();
+        QCOMPARE(run("T.ROWCHOOSE(\"Who\", \"NAME\")"), QString("ЧИСЛО 2"));
+        QCOMPARE(run("T.РЯДВЫБРАТЬ(\"Who\", \"name\")"), QString("ЧИСЛО 2"));
+        QCOMPARE(run("T.ROWCHOOSE(\"Who\")"), QString("ЧИСЛО 2"));
+        QCOMPARE(chooserCalls, QStringList({"Who: a / b / c @0", "Who: a | 3 / b | 1 / c | 2 @0",
+                                            "Who: a | 3 / b | 1 / c | 2 @0"}));
+        QCOMPARE(run("T.SHOW()"), QString("fail 26"));
+        localValueTable::showHandler = recordShow;
+        QCOMPARE(run("T.ПОКАЗАТЬ()"), QString("ЧИСЛО 1"));
+        QCOMPARE(shownTable, table);
+        localValueTable::showHandler = nullptr;
+        localListDialogs::handlers = saved;
+        localServices::install(nullptr);
+    }
+
+    void dispatchEdges()
+    {
+        localClassDeclaration *declaration = localValueTable::classDeclaration();
+        localErrorType status = localErrorTypeOK;
+        localValueVector noArguments;
+        localValueDescription *result = nullptr;
+        QVERIFY(!declaration->methodExec(status, nullptr, nullptr, u"ROWSCOUNT", &noArguments, &result));
+        QCOMPARE(int(status), 29);
+        localValueRelease(result);
+        localValueTable table;
+        QVERIFY(!declaration->methodExec(status, nullptr, &table, u"ROWSCOUNT", nullptr, &result));
+        QCOMPARE(int(status), 16);
+        localValueRelease(result);
+        const localTest::childResult child = localTest::runChild("resultNotNull");
+        QCOMPARE(child.exitCode, 1);
+        QVERIFY2(child.output.contains("localValueTable::classImplementationMethodFunction() result must be NULL!"),
+                 child.output.constData());
+    }
+};
+
+LOCAL_TEST_MAIN(tst_localValueTable)
+#include "tst_localValueTable.moc"
