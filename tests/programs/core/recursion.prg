@@ -43,4 +43,4 @@ FUNCTION depth(n)
     IF n = 0 THEN RETURN 0; ENDIF;
     RETURN depth(n - 1) + 1;
 ENDFUNCTION;
-? depth(2000);
+? depth(500);
