@@ -319,6 +319,31 @@ private slots:
         QCOMPARE(localValueList::counterStaticTotal, liveBefore);
     }
 
+    // Items shift on insert, remove and growth without gaining or losing links.
+    void objectLinksSurviveShifts()
+    {
+        localValueDescription holder;
+        localValueList *shared = localValueList::newInCell(&holder);
+        localValueList list;
+        for (int i = 0; i < 3; ++i)
+            list.valueAdd(&holder, u"shared");
+        QCOMPARE(shared->objectLinks, int64_t(4));
+        localValueDescription number;
+        for (int i = 0; i < 40; ++i) {
+            number.setVal(i);
+            QVERIFY(list.valueInsert(1, &number, u"n"));
+        }
+        QCOMPARE(shared->objectLinks, int64_t(4));
+        QVERIFY(list.valueRemove(41)); // the first of the three shared items
+        QCOMPARE(shared->objectLinks, int64_t(3));
+        QVERIFY(list.valueSet(41, &number));
+        QCOMPARE(shared->objectLinks, int64_t(2));
+        QCOMPARE(q(list.valueByIndex(1)->toString()), QString("39"));
+        QCOMPARE(q(list.valueByIndex(40)->toString()), QString("0"));
+        list.clear();
+        QCOMPARE(shared->objectLinks, int64_t(1));
+    }
+
     void nativeOperations()
     {
         localValueList list;
