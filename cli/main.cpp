@@ -7,6 +7,7 @@
 #include "localString.h"
 
 #include <QCoreApplication>
+#include <QThread>
 
 #include <unistd.h>
 
@@ -14,6 +15,8 @@
 #include <string>
 
 namespace {
+
+constexpr unsigned interpreterStackSize = 64u * 1024 * 1024;
 
 int runFile(localConsoleLine &console, const char *fileName)
 {
@@ -50,10 +53,21 @@ int main(int argc, char **argv)
         std::cerr << "usage: korvel-cli [program-file]\n";
         return 2;
     }
-    // The first context made is the global one, and the console works in it.
-    localContextUTF8 *context = new localContextUTF8();
-    localConsoleLine console(context);
-    const int code = argc == 2 ? runFile(console, argv[1]) : runLines(console);
-    std::cout << std::flush;
+    // The interpreter recurses on the machine stack for every call, bracket
+    // and block, so it runs on a thread with a stack of its own: deep enough
+    // for some ten thousand nested calls, and small enough that the stack,
+    // not the table of cells, is what a runaway recursion meets first.
+    int code = 0;
+    QThread *worker = QThread::create([&code, argc, argv] {
+        // The first context made is the global one, and the console works in it.
+        localContextUTF8 *context = new localContextUTF8();
+        localConsoleLine console(context);
+        code = argc == 2 ? runFile(console, argv[1]) : runLines(console);
+        std::cout << std::flush;
+    });
+    worker->setStackSize(interpreterStackSize);
+    worker->start();
+    worker->wait();
+    delete worker;
     return code;
 }

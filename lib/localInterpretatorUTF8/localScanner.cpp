@@ -14,6 +14,7 @@
 // of the stack, and only the branch taken is evaluated.
 #include "localInterpretatorUTF8.h"
 
+#include "localStack.h"
 #include "localString.h"
 
 #include <cmath>
@@ -354,6 +355,9 @@ bool localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(localErrorType &
     localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetExpressionAndEvaluete()");
     if (context == nullptr && !onlyCheck)
         contextNullStop("scanStringGetExpressionAndEvaluete");
+    // Brackets and calls nest through here.
+    if (!localStackCheck(status, "scanStringGetExpressionAndEvaluete"))
+        return false;
     evaluatorStacks stacks;
     const int32_t unary = scanStringGetUnaryOperator(text, position);
     localValueDescription *operand = nullptr;

@@ -1,0 +1,93 @@
+// korvel-cli as a user meets it: exit statuses, and input that runs the
+// interpreter out of stack without ending the process.
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+struct cliRun {
+    int exitCode;
+    QByteArray output;
+};
+
+cliRun runCli(const QStringList &arguments, const QByteArray &input, const QString &directory)
+{
+    QProcess cli;
+    cli.setWorkingDirectory(directory);
+    cli.setProcessChannelMode(QProcess::MergedChannels);
+    cli.start(KORVEL_CLI, arguments);
+    cli.write(input);
+    cli.closeWriteChannel();
+    cli.waitForFinished(120000);
+    return {cli.exitStatus() == QProcess::NormalExit ? cli.exitCode() : -1, cli.readAll()};
+}
+
+void writeFile(const QString &path, const QByteArray &text)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(text);
+}
+
+const QByteArray stackMessage = "Стек исчерпан";
+
+} // namespace
+
+class tst_korvelCli : public QObject {
+    Q_OBJECT
+private slots:
+    void exitStatuses_data()
+    {
+        QTest::addColumn<QByteArray>("program");
+        QTest::addColumn<int>("exitCode");
+        QTest::newRow("proper end") << QByteArray("? 1;") << 0;
+        QTest::newRow("other result is still an end") << QByteArray("RETURN 2;") << 0;
+        QTest::newRow("quit") << QByteArray("QUIT;") << 0;
+        QTest::newRow("run fault") << QByteArray("? 1 / 0;") << 1;
+        QTest::newRow("compile fault") << QByteArray("x = ;") << 1;
+    }
+    void exitStatuses()
+    {
+        QFETCH(QByteArray, program);
+        QFETCH(int, exitCode);
+        QTemporaryDir directory;
+        writeFile(directory.filePath("p.prg"), program);
+        QCOMPARE(runCli({"p.prg"}, QByteArray(), directory.path()).exitCode, exitCode);
+    }
+
+    void usageAndMissingFile()
+    {
+        QTemporaryDir directory;
+        QCOMPARE(runCli({"a.prg", "b.prg"}, QByteArray(), directory.path()).exitCode, 2);
+        const cliRun missing = runCli({"missing.prg"}, QByteArray(), directory.path());
+        QCOMPARE(missing.exitCode, 1);
+        QVERIFY2(missing.output.contains("Error! Файл не найден."), missing.output.constData());
+    }
+
+    // Endless recursion ends with a status and a message, and the next
+    // console line still works.
+    void endlessRecursionLeavesTheConsoleUsable()
+    {
+        QTemporaryDir directory;
+        writeFile(directory.filePath("deep.prg"), "FUNCTION deep(n)\n  RETURN deep(n + 1);\nENDFUNCTION;\n? deep(1);\n");
+        const cliRun run = runCli({}, "DO deep.prg\n? 2+2\nQUIT\n", directory.path());
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.output.contains(stackMessage));
+        QVERIFY(run.output.endsWith("4\nGood bye!\n"));
+        QCOMPARE(runCli({"deep.prg"}, QByteArray(), directory.path()).exitCode, 1);
+    }
+
+    void deeplyNestedBrackets()
+    {
+        QTemporaryDir directory;
+        const QByteArray nested = "? " + QByteArray(200000, '(') + "1" + QByteArray(200000, ')') + "\n? 3\n";
+        const cliRun run = runCli({}, nested, directory.path());
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.output.contains(stackMessage));
+        QVERIFY(run.output.endsWith("3\n"));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_korvelCli)
+#include "tst_korvelCli.moc"
