@@ -26,8 +26,22 @@ const localGlobalFunctionRow *localGlobalFunctionRows(size_t &count);
 // The handler of a name (upper case), or null.
 localGlobalFunctionHandler localGlobalFunctionFind(const std::u16string &nameUpper);
 
+// The language's conversion of a number to an integer: truncation toward zero
+// to 32 bits. NaN and numbers out of range give INT32_MIN, as the processor's
+// own conversion does.
+int32_t localTruncate32(double value);
+
 // Functions whose work is a window register their handlers here (the widget
-// library does so at start-up). Until then they answer status 26.
+// library does so at start-up). Until then they answer status 26. Either name
+// of a row sets the handler of both; a name that no row declares is a fault
+// of the program.
 void localGlobalFunctionGraphicalSet(const std::u16string &nameUpper, localGlobalFunctionHandler handler);
+
+// CLASSLOAD knows the names of classes whose code lives in libraries above the
+// core (the database classes, the table document, the 1C client). Each such
+// library hands in the function that registers its declarations; until then
+// CLASSLOAD answers status 14 for the name. Either name of the class will do.
+typedef bool (*localClassLoader)();
+void localClassLoaderSet(const std::u16string &nameUpper, localClassLoader loader);
 
 #endif
