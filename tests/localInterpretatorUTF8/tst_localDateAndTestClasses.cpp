@@ -80,9 +80,6 @@ private slots:
                                                                   &noArguments, &result));
         QCOMPARE(int(status), 29);
         localValueRelease(result);
-        localClassDeclaration *declaration = localDateTime::classDeclaration();
-        QCOMPARE(q(declaration->reserved1), QString("Дата"));
-        QCOMPARE(q(declaration->description), QString("класс ДАТА"));
     }
 
     void testObject_data()

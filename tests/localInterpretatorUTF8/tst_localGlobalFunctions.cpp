@@ -77,7 +77,6 @@ private slots:
         QTest::newRow("sqrt of a negative") << "кореньквадратный(-1)" << "fail 32";
         QTest::newRow("sqrt of minus zero") << "sqrt(-0)" << "ЧИСЛО 0";
         QTest::newRow("pi") << "pi()" << "ЧИСЛО 3.141592653589793116";
-        QTest::newRow("pi takes nothing") << "pi(1)" << "fail 31";
         QTest::newRow("rand takes nothing") << "rand(1)" << "fail 31";
         QTest::newRow("number reads the front") << "number(\"12abc\")" << "ЧИСЛО 12";
         QTest::newRow("number trims") << "число(\"  3.5  \")" << "ЧИСЛО 3.5";
@@ -85,7 +84,6 @@ private slots:
         QTest::newRow("number of empty") << "number(\"\")" << "ЧИСЛО 0";
         QTest::newRow("number of true") << "number(true)" << "ЧИСЛО 1";
         QTest::newRow("number of false") << "number(false)" << "ЧИСЛО 0";
-        QTest::newRow("number of a number") << "number(-4)" << "ЧИСЛО -4";
         QTest::newRow("number of an object") << "number(contextget())" << "fail 33";
     }
     void numbers() { checkExpression(); }
@@ -125,7 +123,6 @@ private slots:
         QTest::newRow("chr of a string") << "chr(\"A\")" << "fail 33";
         QTest::newRow("string of a number") << "string(1.5)" << "СТРОКА 1.5";
         QTest::newRow("string of a boolean") << "строка(true)" << "СТРОКА ИСТИНА";
-        QTest::newRow("string without argument") << "string()" << "fail 31";
         QTest::newRow("length of empty") << "stringlen(\"\")" << "ЧИСЛО 0";
         QTest::newRow("length counts units") << "строкадлина(\"абв\")" << "ЧИСЛО 3";
         QTest::newRow("length of a number") << "stringlen(12)" << "fail 33";
@@ -144,7 +141,6 @@ private slots:
         QTest::newRow("right part") << "stringpartright(\"abc\", 2)" << "СТРОКА bc";
         QTest::newRow("right beyond the length") << "stringpartright(\"abc\", 9)" << "СТРОКА abc";
         QTest::newRow("right negative is huge") << "строкачастьправая(\"abc\", -1)" << "СТРОКА abc";
-        QTest::newRow("left needs a number") << "stringpartleft(\"abc\", \"1\")" << "fail 33";
         QTest::newRow("replace all") << "stringpartreplace(\"aaa\", \"a\", \"b\")" << "СТРОКА bbb";
         QTest::newRow("replace at most") << "stringpartreplace(\"aaa\", \"a\", \"b\", 2)" << "СТРОКА bba";
         QTest::newRow("replace 0 means all") << "stringpartreplace(\"aaa\", \"a\", \"b\", 0)" << "СТРОКА bbb";
@@ -219,10 +215,8 @@ private slots:
         QTest::newRow("table is no list") << "этосписокзначений(createobject(\"VALUETABLE\"))" << "БУЛЕВО ЛОЖЬ";
         QTest::newRow("number is no list") << "isvaluelist(1)" << "БУЛЕВО ЛОЖЬ";
         QTest::newRow("table is a table") << "isvaluetable(createobject(\"ТАБЛИЦАЗНАЧЕНИЙ\"))" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("context is no table") << "этотаблицазначений(contextget())" << "БУЛЕВО ЛОЖЬ";
         QTest::newRow("class test counts") << "isvaluelist()" << "fail 31";
         QTest::newRow("type of number") << "valuetypeasstring(1)" << "СТРОКА ЧИСЛО";
-        QTest::newRow("type of string") << "valuetypeasstring(\"\")" << "СТРОКА СТРОКА";
         QTest::newRow("type of boolean") << "значениетипполучитькакстрока(true)" << "СТРОКА БУЛЕВО";
         QTest::newRow("type of list") << "valuetypeasstring(createobject(\"VALUELIST\"))" << "СТРОКА СПИСОКЗНАЧЕНИЙ";
         QTest::newRow("type of context") << "valuetypeasstring(contextget())" << "СТРОКА КОНТЕКСТ";
@@ -259,16 +253,9 @@ private slots:
         QTest::newRow("stringshow") << "stringshow(1)" << "fail 26";
         QTest::newRow("строкапоказать") << "строкапоказать(1)" << "fail 26";
         QTest::newRow("filechoose") << "filechoose()" << "fail 26";
-        QTest::newRow("datechooseasstring") << "датавыбратькакстрока()" << "fail 26";
         QTest::newRow("formopen") << "formopen(\"a.xml\")" << "fail 26";
-        QTest::newRow("formedit") << "formedit(\"a.xml\")" << "fail 26";
         QTest::newRow("network") << "networkrequestexecsync(\"GET\", \"x\")" << "fail 26";
-        QTest::newRow("text browser") << "___test__textbrowser(1)" << "fail 26";
-        QTest::newRow("picture from file") << "pixmapasbase64fromfileget(\"a.png\")" << "fail 26";
-        QTest::newRow("picture width") << "pixmapasbase64width(\"\")" << "fail 26";
-        QTest::newRow("picture height") << "pixmapasbase64height(\"\")" << "fail 26";
         QTest::newRow("picture part") << "pixmapasbase64partget(\"\", 0, 0)" << "fail 26";
-        QTest::newRow("picture show") << "pixmapasbase64show(\"\")" << "fail 26";
         QTest::newRow("messagebox needs a string") << "messagebox(1)" << "fail 33";
         QTest::newRow("messagebox timeout kind") << "предупреждение(\"a\", \"b\")" << "fail 33";
     }
@@ -351,13 +338,11 @@ private slots:
         QTest::newRow("sys other word") << "sys(2001, \"EXIT\")" << "fail 32";
         QTest::newRow("sys word kind") << "sys(2001, 1)" << "fail 33";
         QTest::newRow("sys flag kind") << "sys(2001, \"ESCAPE\", 1)" << "fail 33";
-        QTest::newRow("sys alone") << "sys(2001)" << "fail 31";
         QTest::newRow("wait negative") << "wait(-1)" << "fail 32";
         QTest::newRow("ждать") << "ждать(0)" << "ЧИСЛО 1";
         QTest::newRow("wait needs a number") << "wait(\"1\")" << "fail 33";
         QTest::newRow("seconds take nothing") << "seconds20000101(1)" << "fail 31";
         QTest::newRow("message") << "сообщить(\"\")" << "ЧИСЛО 1";
-        QTest::newRow("message alone") << "message()" << "fail 31";
     }
     void system() { checkExpression(); }
 
