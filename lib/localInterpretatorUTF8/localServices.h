@@ -21,7 +21,8 @@ public:
     virtual void waitCursorPop();
     // Lets pending non-input events through.
     virtual void processEvents();
-    // True when the user pressed Esc since the last poll.
+    // True when the user pressed Esc since the last poll and, where a screen
+    // can ask, agreed to stop the run.
     virtual bool escapePressed();
     // Opens a program file for editing: the built-in editor (EDIT COMMAND)
     // or the external one (MODIFY COMMAND). Headless: says that it needs the
