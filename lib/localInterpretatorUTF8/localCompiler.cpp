@@ -53,6 +53,7 @@
 #include "localOperatorCompiled.h"
 
 #include "localInterpretatorUTF8.h"
+#include "localStack.h"
 
 #include <iostream>
 
@@ -567,6 +568,9 @@ bool textCompile(localErrorType &status, const std::u16string &text, size_t &pos
         status = localErrorTypeINTERNAL;
         return false;
     }
+    // Nested blocks compile through here.
+    if (!localStackCheck(status, "textCompile"))
+        return false;
     compiler compiling(status, text, position, **block);
     return compiling.run();
 }

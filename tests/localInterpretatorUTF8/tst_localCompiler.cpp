@@ -294,6 +294,17 @@ private slots:
                     .startsWith("Для компиляции необходимо передавать уже инициализированный объект будущего влока"));
     }
 
+    // Nesting deeper than the machine stack allows stops the compile with a
+    // status instead of ending the process.
+    void deepNesting()
+    {
+        const int depth = 200000;
+        const compiled outcome = compile(QString("IF 1 THEN ").repeated(depth) + QString("ENDIF; ").repeated(depth));
+        QVERIFY(!outcome.done);
+        QCOMPARE(outcome.status, 16);
+        QVERIFY(outcome.output.startsWith("ERROR!!! Стек исчерпан"));
+    }
+
     // The messages the compiler prints itself, before the caller's report.
     void messages_data()
     {
