@@ -1,0 +1,7 @@
+// korvel: the graphical console.
+#include "localConsoleStart.h"
+
+int main(int argc, char **argv)
+{
+    return qMain(argc, argv);
+}
