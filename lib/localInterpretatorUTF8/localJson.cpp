@@ -3,6 +3,7 @@
 #include "localClassDeclaration.h"
 #include "localContextUTF8.h"
 #include "localInterpretatorUTF8.h"
+#include "localStack.h"
 #include "localString.h"
 #include "localValueList.h"
 #include "localValueTable.h"
@@ -145,6 +146,23 @@ std::u16string readString(const std::u16string &text, size_t &position)
 
 bool parseInto(localErrorType &status, const std::u16string &text, size_t &position, localValueList &list);
 
+constexpr int nestingLimit = 10000;
+
+// Counts the arrays and objects being read on this thread.
+class nestingGuard {
+public:
+    nestingGuard() { ++depth(); }
+    ~nestingGuard() { --depth(); }
+    bool tooDeep() const { return depth() > nestingLimit; }
+
+private:
+    static int &depth()
+    {
+        thread_local int current = 0;
+        return current;
+    }
+};
+
 // One member's value at `position`, stored into `item`.
 bool parseValue(localErrorType &status, const std::u16string &text, size_t &position, localValueListItem &item)
 {
@@ -188,6 +206,17 @@ bool parseValue(localErrorType &status, const std::u16string &text, size_t &posi
 // Reads an object or array at `position` into `list`.
 bool parseInto(localErrorType &status, const std::u16string &text, size_t &position, localValueList &list)
 {
+    // Arrays and objects nest through here. Besides the stack, the depth
+    // is bounded because releasing a nested list takes one cell per level
+    // for the destructor calls, which a deep enough text would exhaust.
+    if (!localStackCheck(status, "scanStringParseJson"))
+        return false;
+    const nestingGuard guard;
+    if (guard.tooDeep()) {
+        LOCAL_DIAG_ERROR(u"JSON nested deeper than " + localNumberToWide(nestingLimit) + u" levels");
+        status = localErrorTypeJSONparse;
+        return false;
+    }
     localInterpretatorUTF8::scanStringSkipSpace(text, position);
     if (position >= text.size() || (text[position] != u'{' && text[position] != u'['))
         return JSON_PARSE_FAULT(status, text, position);

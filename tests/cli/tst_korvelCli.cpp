@@ -87,6 +87,17 @@ private slots:
         QVERIFY(run.output.contains(stackMessage));
         QVERIFY(run.output.endsWith("3\n"));
     }
+
+    // Nesting past the reader's limit fails the parse; PARSEJSON answers 0.
+    void deeplyNestedJson()
+    {
+        QTemporaryDir directory;
+        const QByteArray input = "x = PARSEJSON(\"" + QByteArray(300000, '[') + "\")\n? x\n";
+        const cliRun run = runCli({}, input, directory.path());
+        QCOMPARE(run.exitCode, 0);
+        QVERIFY(run.output.contains("JSON nested deeper than 10000 levels"));
+        QVERIFY(run.output.endsWith("0\n"));
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_korvelCli)
