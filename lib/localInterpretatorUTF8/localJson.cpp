@@ -81,10 +81,16 @@ void objectValueAppend(std::u16string &out, const localValueDescription &value, 
 // --- the general reader ---
 
 // "Json " and the rest of the text, with the diagnostic tail; status 34.
+// The rest is cut after a couple of hundred characters: a fault deep inside
+// a long text reports at every level it unwinds, and whole rests would
+// make that output grow with the square of the text.
 bool parseFault(localErrorType &status, const std::u16string &text, size_t position, const char *func, int line)
 {
-    localDiag(u"Json " + (position < text.size() ? text.substr(position) : std::u16string()), false, func,
-              __FILE__, line);
+    constexpr size_t restShown = 200;
+    std::u16string rest = position < text.size() ? text.substr(position, restShown) : std::u16string();
+    if (position + restShown < text.size())
+        rest += u"...";
+    localDiag(u"Json " + rest, false, func, __FILE__, line);
     status = localErrorTypeJSONparse;
     return false;
 }
