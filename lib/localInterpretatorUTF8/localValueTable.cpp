@@ -431,10 +431,10 @@ bool localValueTable::valueSet(localErrorType &status, size_t rowNumber, size_t 
 // An exchange walk: step forward while rows are in order, swap a row with the
 // one before it and step back while they are not. Stable and quadratic; rows
 // move as whole records, their cells are never copied.
-bool localValueTable::sort(localErrorType &status, const std::u16string &spec, bool &answer)
+bool localValueTable::sort(localErrorType &status, const std::u16string &order, bool &answer)
 {
     answer = false;
-    if (spec.empty())
+    if (order.empty())
         return true;
     if (rows.empty()) {
         answer = true;
@@ -442,16 +442,16 @@ bool localValueTable::sort(localErrorType &status, const std::u16string &spec, b
     }
     size_t nameStart = 0;
     bool descending = false;
-    if (spec[0] == u'+' || spec[0] == u'-') {
-        descending = spec[0] == u'-';
+    if (order[0] == u'+' || order[0] == u'-') {
+        descending = order[0] == u'-';
         nameStart = 1;
     }
-    if (nameStart == spec.size()) {
+    if (nameStart == order.size()) {
         status = localErrorTypeRANGE;
         return false;
     }
     // Deliberately exact: a lower-case name is not found.
-    const size_t column = columnNumber(spec.substr(nameStart));
+    const size_t column = columnNumber(order.substr(nameStart));
     if (column == 0)
         return true;
 

@@ -51,9 +51,9 @@ public:
     // Copies the value into the cell; out of range: status 7, false.
     bool valueSet(localErrorType &status, size_t rowNumber, size_t columnNumber, const localValueDescription *value);
     // Sorts by "[+|-]COLUMN" (exact name, ascending by default). `answer` is
-    // false for an empty spec or an unknown column. A sign with no name is a
+    // false for an empty order or an unknown column. A sign with no name is a
     // fault: status 7, false.
-    bool sort(localErrorType &status, const std::u16string &spec, bool &answer);
+    bool sort(localErrorType &status, const std::u16string &order, bool &answer);
     // Removes rows and columns; rowActual stays.
     void clear();
 
