@@ -133,7 +133,7 @@ private slots:
         QTest::newRow("set, row a string") << "T.VALUESET(\"1\", 1, 5)" << 33;
         QTest::newRow("set column past the count") << "T.VALUESET(1, 3, 5)" << 7;
         QTest::newRow("set row past the count") << "T.VALUESET(4, 1, 5)" << 7;
-        QTest::newRow("sort without order") << "T.SORT()" << 31;
+        QTest::newRow("sort without argument") << "T.SORT()" << 31;
         QTest::newRow("sort with a number") << "T.SORT(1)" << 33;
         QTest::newRow("sort by a sign alone") << "T.SORT(\"+\")" << 7;
         QTest::newRow("sort by a minus alone") << "T.SORT(\"-\")" << 7;
@@ -249,7 +249,7 @@ private slots:
     {
         QTest::addColumn<QString>("column");
         QTest::addColumn<QStringList>("cells");
-        QTest::addColumn<QString>("order");
+        QTest::addColumn<QString>("sortBy");
         QTest::addColumn<QString>("answer");
         QTest::addColumn<QString>("order");
         const QStringList ages = {"30", "20", "30", "10"};
@@ -258,7 +258,7 @@ private slots:
         QTest::newRow("descending, equal rows keep their order") << "AGE" << ages << "-AGE" << "ИСТИНА" << "ACBD";
         QTest::newRow("lower-case name is not found") << "AGE" << ages << "age" << "ЛОЖЬ" << "ABCD";
         QTest::newRow("unknown column") << "AGE" << ages << "-NOPE" << "ЛОЖЬ" << "ABCD";
-        QTest::newRow("empty order") << "AGE" << ages << "" << "ЛОЖЬ" << "ABCD";
+        QTest::newRow("empty sort argument") << "AGE" << ages << "" << "ЛОЖЬ" << "ABCD";
         QTest::newRow("strings by code, then by length")
             << "NAME" << QStringList({"'b'", "'B'", "'ab'", "'a'"}) << "NAME" << "ИСТИНА" << "BDCA";
         QTest::newRow("numbers compare as numbers") << "AGE" << QStringList({"9", "10", "100", "-1"}) << "AGE"
@@ -276,7 +276,7 @@ private slots:
     {
         QFETCH(QString, column);
         QFETCH(QStringList, cells);
-        QFETCH(QString, order);
+        QFETCH(QString, sortBy);
         QFETCH(QString, answer);
         QFETCH(QString, order);
         localValueTable *table = localTest::tableVariable(u"T");
@@ -290,7 +290,7 @@ private slots:
             cellSet(*table, size_t(i) + 1, 3, QString(QChar('A' + i)));
         }
         table->rowActual = 2;
-        QCOMPARE(run("T.SORT(\"" + order + "\")"), "БУЛЕВО " + answer);
+        QCOMPARE(run("T.SORT(\"" + sortBy + "\")"), "БУЛЕВО " + answer);
         QString tags;
         for (const localValueTable::row &cellsOfRow : table->rows)
             tags += q(cellsOfRow[2].toString());
