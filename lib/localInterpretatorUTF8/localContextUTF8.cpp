@@ -115,7 +115,10 @@ bool userFunctionCall(localErrorType &status, localContextUTF8 *holder, const st
         return false;
     if (entry->block) {
         const localErrorType before = status;
-        const bool ran = localBlockCall(status, holder, entry->block.get(), arguments, result);
+        // Held for the call: the body may redefine its own name and so
+        // release the entry's reference while it runs.
+        const std::shared_ptr<const localOperatorCompiled> body = entry->block;
+        const bool ran = localBlockCall(status, holder, body.get(), arguments, result);
         succeeded = functionStatusMap(status, before, ran);
         return true;
     }
@@ -358,7 +361,8 @@ bool localContextUTF8::funcExec(localErrorType &status, const std::u16string &na
     const localErrorType before = status;
     bool ran = false;
     if (entry->block) {
-        ran = localBlockCall(status, this, entry->block.get(), arguments, result);
+        const std::shared_ptr<const localOperatorCompiled> body = entry->block; // as in userFunctionCall
+        ran = localBlockCall(status, this, body.get(), arguments, result);
     } else {
         void *noObject = nullptr;
         const std::u16string nameCopy = nameUpper;
