@@ -163,6 +163,54 @@ private slots:
         QCOMPARE(box.text, QStringLiteral("text\n..."));
     }
 
+    void serviceBoxes_data()
+    {
+        QTest::addColumn<bool>("fatal");
+        QTest::newRow("critical") << false;
+        QTest::newRow("fatal") << true;
+    }
+
+    // The boxes come with the arrow, even under a program's wait cursor.
+    void serviceBoxes()
+    {
+        QFETCH(bool, fatal);
+        Qt::CursorShape shape = Qt::BlankCursor;
+        modalAnswer box([&shape](QWidget *widget) {
+            if (QApplication::overrideCursor() != nullptr)
+                shape = QApplication::overrideCursor()->shape();
+            modalAnswer::press(QMessageBox::Ok)(widget);
+        });
+        localServices &services = localServices::instance();
+        services.waitCursorPush();
+        if (fatal)
+            services.fatalBox(u"Halt!!! Runtime error.", u"broken");
+        else
+            services.criticalBox(u"save", u"broken");
+        QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        services.waitCursorPop();
+        QVERIFY(QApplication::overrideCursor() == nullptr);
+        QCOMPARE(box.title, fatal ? QStringLiteral("Halt!!! Runtime error.") : QStringLiteral("save"));
+        QCOMPARE(box.text, QStringLiteral("broken"));
+        QCOMPARE(shape, Qt::ArrowCursor);
+    }
+
+    void dataFileName()
+    {
+        QTemporaryDir directory;
+        const QString existing = directory.filePath(QStringLiteral("data.sqlite"));
+        QFile file(existing);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.close();
+        qApp->setProperty("dataFileName", existing);
+        QCOMPARE(localVCL::applicationGetDataFullFileName(), existing);
+        // A missing file is asked for; cancelling gives no name.
+        qApp->setProperty("dataFileName", directory.filePath(QStringLiteral("missing.sqlite")));
+        modalAnswer dialog(modalAnswer::finish(QDialog::Rejected));
+        QCOMPARE(localVCL::applicationGetDataFullFileName(), QString());
+        QCOMPARE(dialog.title, QStringLiteral("Open file database "));
+        qApp->setProperty("dataFileName", QVariant());
+    }
+
     void showWithoutMdiArea_data()
     {
         QTest::addColumn<bool>("modal");
