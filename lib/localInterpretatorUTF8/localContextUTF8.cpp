@@ -2,13 +2,12 @@
 
 #include "localGlobalFunctions.h"
 #include "localInterpretatorUTF8.h"
+#include "localRandom.h"
 #include "localString.h"
 #include "localValueList.h"
 #include "localValueTable.h"
 
 #include <cstdio>
-#include <cstdlib>
-#include <ctime>
 #include <iostream>
 
 localContextUTF8 *localContextUTF8::globalContext = nullptr;
@@ -208,7 +207,7 @@ void localContextUTF8::init(localErrorType &status)
 {
     if (globalContext == nullptr)
         exit_FAILURE("localContextUTF8::init() localContextUTF8::globalContext can not be NULL in this moment!");
-    std::srand(unsigned(std::time(nullptr)));
+    localRandomSeedFromClock();
     status = localErrorTypeOK;
     interruptible = false;
     output = outputToCout;

@@ -2,6 +2,7 @@
 #include "localFunctionHandlers.h"
 
 #include "localJson.h"
+#include "localRandom.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -139,7 +140,7 @@ bool numberRand(localErrorType &status, localContextUTF8 *, localValueVector &ar
 {
     if (!argsCheck(status, arguments, 0, 0, {}))
         return false;
-    result->setVal(float(std::rand() % 32768) / 32767.0f);
+    result->setVal(float(localRandomNext() % 32768) / 32767.0f);
     return true;
 }
 

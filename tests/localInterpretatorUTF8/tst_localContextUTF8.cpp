@@ -1,5 +1,8 @@
 #include "localTestSupport.h"
 
+#include <cstdlib>
+#include <ctime>
+
 using localTest::evaluate;
 using localTest::q;
 
@@ -214,6 +217,36 @@ private slots:
         QCOMPARE(child->parent, global);
         QVERIFY(child->functions.empty());
         QVERIFY(q(child->toString()).startsWith("объект класса [КОНТЕКСТ] по адресу [0x"));
+    }
+
+    // Every new context seeds RAND from the clock, so RAND's first number
+    // after a context is made is the clock's second's first number, however
+    // many were drawn before.
+    void newContextStartsRandFromTheClock()
+    {
+        localContextUTF8 *global = localTest::globalContext();
+        for (int attempt = 0; attempt < 3; ++attempt) {
+            const std::time_t second = std::time(nullptr);
+            QString first;
+            QString again;
+            {
+                localContextUTF8 context(global);
+                first = evaluate("RAND()", &context).text;
+                evaluate("RAND()", &context);
+            }
+            {
+                localContextUTF8 context(global);
+                again = evaluate("RAND()", &context).text;
+            }
+            std::srand(unsigned(second));
+            const QString expected = q(localNumberToWide(float(std::rand() % 32768) / 32767.0f));
+            if (std::time(nullptr) != second)
+                continue; // the clock moved on between the two: try again
+            QCOMPARE(first, expected);
+            QCOMPARE(again, expected);
+            return;
+        }
+        QFAIL("the clock's second changed on every attempt");
     }
 
     void destructionGivesBackVariableCells()
