@@ -28,45 +28,31 @@ localValueDescription::~localValueDescription()
     --counterStaticTotal;
 }
 
-void localValueDescription::linkCounterInc()
-{
-    if (linkCounter++ == 0 && localMemoryManager::manager != nullptr)
-        localMemoryManager::manager->cellTaken(this);
-}
-
-void localValueDescription::linkCounterDec()
+void localValueDescription::linkCounterDrop()
 {
     if (linkCounter == 0)
         exit_FAILURE("localValueDescription::linkCounterDec() Error!!!  linkCounter cannot be negative!");
-    if (linkCounter == 1) {
-        // The object link goes while the cell is still owned.
-        localValueClear();
-        linkCounter = 0;
-        if (localMemoryManager::manager != nullptr)
-            localMemoryManager::manager->cellFreed(this);
-        return;
-    }
-    --linkCounter;
+    // The object link goes while the cell is still owned.
+    localValueClear();
+    linkCounter = 0;
+    if (localMemoryManager::manager != nullptr)
+        localMemoryManager::manager->cellFreed(this);
 }
 
-void localValueDescription::localValueClear()
+void localValueDescription::objectLinkRelease()
 {
-    if (type == localValueTypeOBJ && localValueObject != nullptr && localValueClass != nullptr
-        && localValueClass->localObjectLinkFunction != nullptr) {
-        void *object = localValueObject;
-        if (localValueClass->localObjectLinkFunction(&object, 0) <= 1) {
-            localErrorType status = localErrorTypeOK;
-            localValueVector noArguments;
-            localValueDescription *result = nullptr;
-            localValueClass->methodExec(status, localContextUTF8::globalContext, object, u"~", &noArguments,
-                                        &result);
-            localValueRelease(result);
-        } else {
-            localValueClass->localObjectLinkFunction(&object, -1);
-        }
+    if (localValueObject == nullptr || localValueClass == nullptr || localValueClass->localObjectLinkFunction == nullptr)
+        return;
+    void *object = localValueObject;
+    if (localValueClass->localObjectLinkFunction(&object, 0) <= 1) {
+        localErrorType status = localErrorTypeOK;
+        localValueVector noArguments;
+        localValueDescription *result = nullptr;
+        localValueClass->methodExec(status, localContextUTF8::globalContext, object, u"~", &noArguments, &result);
+        localValueRelease(result);
+    } else {
+        localValueClass->localObjectLinkFunction(&object, -1);
     }
-    type = localValueTypeNUM;
-    localValueNumber = 0.0;
 }
 
 void localValueDescription::localValueCopy(localValueDescription *destination, const localValueDescription *source)
@@ -215,11 +201,9 @@ void localValueReleaseAll(localValueVector &cells)
 
 // ---------------------------------------------------------------------------
 
-localMemoryManager &localMemoryManager::instance()
+void localMemoryManager::create()
 {
-    if (manager == nullptr)
-        new localMemoryManager; // lives to the end of the process
-    return *manager;
+    new localMemoryManager; // lives to the end of the process
 }
 
 localMemoryManager::localMemoryManager()
@@ -230,7 +214,7 @@ localMemoryManager::localMemoryManager()
     manager = this;
 }
 
-localValueDescription *localMemoryManager::allocate()
+localValueDescription *localMemoryManager::allocateSearching()
 {
     if (cells.empty()) {
         cells.resize(reservedCount);
@@ -245,35 +229,5 @@ localValueDescription *localMemoryManager::allocate()
     firstWordWithFree = word;
     if (word == freeBits.size())
         exit_FAILURE("Memory manager (localMemoryManager) overflow. Resize not available");
-    const size_t index = word * 64 + size_t(__builtin_ctzll(freeBits[word]));
-    localValueDescription &cell = cells[index];
-    cell.type = localValueTypeNUM;
-    cell.localValueClass = nullptr;
-    cell.localValueObject = nullptr;
-    cell.localValueNumber = 0.0;
-    cell.localValueString.clear();
-    cell.linkCounter = 1;
-    freeBits[word] &= freeBits[word] - 1;
-    ++used;
-    return &cell;
-}
-
-void localMemoryManager::cellTaken(const localValueDescription *cell)
-{
-    if (!owns(cell))
-        return;
-    const size_t index = size_t(cell - cells.data());
-    freeBits[index / 64] &= ~(uint64_t(1) << (index % 64));
-    ++used;
-}
-
-void localMemoryManager::cellFreed(const localValueDescription *cell)
-{
-    if (!owns(cell))
-        return;
-    const size_t index = size_t(cell - cells.data());
-    freeBits[index / 64] |= uint64_t(1) << (index % 64);
-    if (index / 64 < firstWordWithFree)
-        firstWordWithFree = index / 64;
-    --used;
+    return take(word);
 }

@@ -44,10 +44,16 @@ public:
     virtual ~localValueDescription();
 
     int32_t getType() const { return type; }
-    void linkCounterInc();
-    void linkCounterDec();
+    inline void linkCounterInc();
+    inline void linkCounterDec();
 
-    void localValueClear();
+    void localValueClear()
+    {
+        if (type == localValueTypeOBJ)
+            objectLinkRelease();
+        type = localValueTypeNUM;
+        localValueNumber = 0.0;
+    }
     static void localValueCopy(localValueDescription *destination, const localValueDescription *source);
 
     void setVal(double value);
@@ -68,6 +74,12 @@ public:
     // Attribute write; present, but no statement of the language reaches it.
     bool setAttr(localErrorType &status, localContextUTF8 *context, const std::u16string &name,
                  localValueDescription *value);
+
+private:
+    // The object's side of clearing: one link less, or "~" for the last one.
+    void objectLinkRelease();
+    // The last link goes (or a count of 0, which is fatal).
+    void linkCounterDrop();
 };
 
 // The type word shown to users: "ЧИСЛО", "СТРОКА", "БУЛЕВО", "ОБЪЕКТ", or "неизвестный тип".
@@ -99,14 +111,26 @@ public:
     static localMemoryManager *manager;
 
     // The single table; made on first use. A second construction is a fatal stop.
-    static localMemoryManager &instance();
+    static localMemoryManager &instance()
+    {
+        if (manager == nullptr)
+            create();
+        return *manager;
+    }
 
     localMemoryManager();
     localMemoryManager(const localMemoryManager &) = delete;
     localMemoryManager &operator=(const localMemoryManager &) = delete;
 
     // The lowest free cell, prepared as number 0 with one link. Exhaustion is fatal.
-    localValueDescription *allocate();
+    localValueDescription *allocate()
+    {
+        // Every allocation of a running program passes here: the common case,
+        // a free cell in the lowest word that has one, stays inline.
+        if (firstWordWithFree < freeBits.size() && freeBits[firstWordWithFree] != 0)
+            return take(firstWordWithFree);
+        return allocateSearching();
+    }
     size_t getReservedCount() const { return cells.size(); }
     size_t getUsedCount() const { return used; }
     bool owns(const localValueDescription *cell) const
@@ -117,10 +141,44 @@ public:
 
     // Bookkeeping of the free set, called when a table cell's link count
     // leaves or reaches 0.
-    void cellTaken(const localValueDescription *cell);
-    void cellFreed(const localValueDescription *cell);
+    void cellTaken(const localValueDescription *cell)
+    {
+        if (!owns(cell))
+            return;
+        const size_t index = size_t(cell - cells.data());
+        freeBits[index / 64] &= ~(uint64_t(1) << (index % 64));
+        ++used;
+    }
+    void cellFreed(const localValueDescription *cell)
+    {
+        if (!owns(cell))
+            return;
+        const size_t index = size_t(cell - cells.data());
+        freeBits[index / 64] |= uint64_t(1) << (index % 64);
+        if (index / 64 < firstWordWithFree)
+            firstWordWithFree = index / 64;
+        --used;
+    }
 
 private:
+    static void create();
+    localValueDescription *allocateSearching();
+    // Hands out the lowest free cell of the word, which has one.
+    localValueDescription *take(size_t word)
+    {
+        const size_t index = word * 64 + size_t(__builtin_ctzll(freeBits[word]));
+        localValueDescription &cell = cells[index];
+        cell.type = localValueTypeNUM;
+        cell.localValueClass = nullptr;
+        cell.localValueObject = nullptr;
+        cell.localValueNumber = 0.0;
+        cell.localValueString.clear();
+        cell.linkCounter = 1;
+        freeBits[word] &= freeBits[word] - 1;
+        ++used;
+        return &cell;
+    }
+
     std::vector<localValueDescription> cells;
     // One bit per cell, set while the cell is free, so that the lowest free
     // cell is found a machine word at a time.
@@ -128,6 +186,20 @@ private:
     size_t firstWordWithFree = 0;
     size_t used = 0;
 };
+
+inline void localValueDescription::linkCounterInc()
+{
+    if (linkCounter++ == 0 && localMemoryManager::manager != nullptr)
+        localMemoryManager::manager->cellTaken(this);
+}
+
+inline void localValueDescription::linkCounterDec()
+{
+    if (linkCounter > 1)
+        --linkCounter;
+    else
+        linkCounterDrop();
+}
 
 // Shorthand for the allocator.
 inline localValueDescription *localValueNew()
