@@ -1,6 +1,7 @@
 #include "localClassDeclaration.h"
 
 #include "localInterpretatorUTF8.h"
+#include "localScratch.h"
 
 int64_t localClassDeclaration::counterStaticTotal = 0;
 
@@ -85,7 +86,8 @@ bool localClassDeclaration::methodExec(localErrorType &status, localContextUTF8 
                                        localValueDescription **result)
 {
     localResultMustBeNull(result, "localClassDeclaration::methodExec()");
-    const std::u16string nameUpper = localInterpretatorUTF8::nameToUpper(name);
+    const localScratch<std::u16string> upperStorage;
+    const std::u16string &nameUpper = localInterpretatorUTF8::nameToUpperInto(name, *upperStorage);
     const localClassMember *member = memberFind(nameUpper);
     localMethodFunction function = member != nullptr ? member->EXEC : nullptr;
     if (object == nullptr) {

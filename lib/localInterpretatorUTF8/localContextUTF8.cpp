@@ -3,6 +3,7 @@
 #include "localGlobalFunctions.h"
 #include "localInterpretatorUTF8.h"
 #include "localRandom.h"
+#include "localScratch.h"
 #include "localString.h"
 #include "localValueList.h"
 #include "localValueTable.h"
@@ -67,7 +68,8 @@ bool contextConstantGet(localErrorType &status, localContextUTF8 *, void **, con
 bool contextVariableGet(localErrorType &status, localContextUTF8 *context, void **object,
                         const std::u16string &name, localValueDescription **result)
 {
-    const std::u16string nameUpper = localInterpretatorUTF8::nameToUpper(name);
+    const localScratch<std::u16string> upperStorage;
+    const std::u16string &nameUpper = localInterpretatorUTF8::nameToUpperInto(name, *upperStorage);
     bool value = false;
     if (isConstantName(nameUpper, value)) {
         *result = localValueNew();
@@ -148,7 +150,10 @@ bool contextDispatch(localErrorType &status, localContextUTF8 *context, void **o
         (*result)->setObject(new localContextUTF8(context), localContextUTF8::classDeclaration());
         return true;
     }
-    const std::u16string nameUpper = localInterpretatorUTF8::nameToUpper(name);
+    // Names reach a dispatch function upper-cased already; the check costs
+    // no copy then.
+    const localScratch<std::u16string> upperStorage;
+    const std::u16string &nameUpper = localInterpretatorUTF8::nameToUpperInto(name, *upperStorage);
     bool succeeded = false;
     if (userFunctionCall(status, holder, nameUpper, arguments, result, succeeded))
         return succeeded;
@@ -231,12 +236,6 @@ void localContextUTF8::init(localErrorType &status)
 }
 
 // --- variables -------------------------------------------------------------
-
-bool localContextUTF8::variableMatches(const localVariable &variable, const std::u16string &name,
-                                       const std::u16string &nameUpper) const
-{
-    return caseSensitive ? variable.name == name : variable.name == nameUpper;
-}
 
 localVariable *localContextUTF8::variableLookup(const std::u16string &name, const std::u16string &nameUpper,
                                                 localContextUTF8 **foundIn)

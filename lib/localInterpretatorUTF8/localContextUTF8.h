@@ -92,7 +92,10 @@ private:
 
     void constructCommon(localContextUTF8 *parentContext);
     bool variableMatches(const localVariable &variable, const std::u16string &name,
-                         const std::u16string &nameUpper) const;
+                         const std::u16string &nameUpper) const
+    {
+        return caseSensitive ? variable.name == name : variable.name == nameUpper;
+    }
 };
 
 // Runs a compiled function body (defined with the executor).

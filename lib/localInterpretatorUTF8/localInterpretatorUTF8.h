@@ -30,11 +30,27 @@ enum localUnaryOperatorType : int32_t { localUnaryNONE = 0, localUnaryMINUS = 1,
 
 class localInterpretatorUTF8 {
 public:
-    static void scanStringSkipSpace(const std::u16string &text, size_t &position);
+    static void scanStringSkipSpace(const std::u16string &text, size_t &position)
+    {
+        // Most calls stand on a character that is neither blank nor "/".
+        if (position < text.size() && text[position] > u' ' && text[position] != u'/')
+            return;
+        scanStringSkipSpaceAndComments(text, position);
+    }
+    static void scanStringSkipSpaceAndComments(const std::u16string &text, size_t &position);
     static std::u16string scanStringGetNameToken(const std::u16string &text, size_t &position);
+    // The same into a buffer the caller keeps, which saves an allocation.
+    static void scanStringGetNameTokenInto(const std::u16string &text, size_t &position, std::u16string &name);
     static std::u16string nameToUpper(const std::u16string &name);
     static void nameToUpperInPlace(std::u16string &name);
-    static bool isNameChar(char16_t c);
+    // The upper-case form without a copy where there is nothing to change:
+    // `name` itself when it is in upper case already, else `storage` filled.
+    static const std::u16string &nameToUpperInto(const std::u16string &name, std::u16string &storage);
+    static bool isNameChar(char16_t c)
+    {
+        return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_'
+               || (c >= 0x0410 && c <= 0x044F) || c == 0x0401 || c == 0x0451;
+    }
 
     static bool scanStringGetNumberTokenAndEvaluete(localErrorType &status, const std::u16string &text,
                                                      size_t &position, localValueDescription **result);

@@ -7,6 +7,7 @@
 //   parameters := { expression [ "," ] }          (commas are optional)
 #include "localInterpretatorUTF8.h"
 
+#include "localScratch.h"
 #include "localString.h"
 
 #include <iostream>
@@ -24,7 +25,12 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     localValueDescription working;
     if (!onlyCheck)
         working.setObject(context, localContextUTF8::classDeclaration());
-    localValueVector arguments;
+    // Both lent for the call: a loop re-scans its names on every round.
+    const localScratch<localValueVector> argumentsStorage;
+    const localScratch<std::u16string> nameStorage;
+    localValueVector &arguments = *argumentsStorage;
+    std::u16string &name = *nameStorage;
+    arguments.clear();
     auto fail = [&]() {
         localValueReleaseAll(arguments);
         localValueRelease(*result);
@@ -32,7 +38,7 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     };
 
     while (position < text.size()) {
-        const std::u16string name = scanStringGetNameToken(text, position);
+        scanStringGetNameTokenInto(text, position, name);
         if (name.empty()) {
             status = localErrorTypeSYNTAX;
             return fail();
