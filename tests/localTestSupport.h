@@ -1,11 +1,13 @@
 // Helpers shared by the Qt tests: running a case in a child process (for the
-// fatal stops, which end the process) and converting wide strings for QCOMPARE.
+// fatal stops, which end the process), converting wide strings for QCOMPARE,
+// capturing std::cout, and the bytes of files.
 #ifndef LOCALTESTSUPPORT_H
 #define LOCALTESTSUPPORT_H
 
 #include "localString.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
@@ -28,6 +30,30 @@ inline QString q(const std::u16string &text)
 inline std::u16string w(const QString &text)
 {
     return localFromQString(text);
+}
+
+// Collects what std::cout receives while it lives.
+class coutCapture {
+public:
+    coutCapture() : previous(std::cout.rdbuf(buffer.rdbuf())) {}
+    ~coutCapture() { std::cout.rdbuf(previous); }
+    QString text() const { return QString::fromStdString(buffer.str()); }
+
+private:
+    std::ostringstream buffer;
+    std::streambuf *previous;
+};
+
+inline QByteArray fileBytes(const QString &name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
+}
+
+inline bool fileWrite(const QString &name, const QByteArray &bytes)
+{
+    QFile file(name);
+    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(bytes) == bytes.size();
 }
 
 struct childResult {

@@ -1,6 +1,6 @@
 // Helpers of the tests of the value list, the value table and JSON: objects
 // bound to variables of the global context, expressions evaluated as a
-// program would, outcomes as comparable lines, and std::cout captured.
+// program would, outcomes as comparable lines.
 #ifndef LOCALLIBRARYTESTSUPPORT_H
 #define LOCALLIBRARYTESTSUPPORT_H
 
@@ -9,21 +9,7 @@
 #include "localValueList.h"
 #include "localValueTable.h"
 
-#include <sstream>
-
 namespace localTest {
-
-// Collects what std::cout receives while it lives.
-class coutCapture {
-public:
-    coutCapture() : previous(std::cout.rdbuf(buffer.rdbuf())) {}
-    ~coutCapture() { std::cout.rdbuf(previous); }
-    QString text() const { return QString::fromStdString(buffer.str()); }
-
-private:
-    std::ostringstream buffer;
-    std::streambuf *previous;
-};
 
 // "ЧИСЛО 3", "СТРОКА abc", ... or "fail 7".
 inline QString outcomeLine(const evaluation &outcome)
