@@ -154,12 +154,29 @@ bool parseInto(localErrorType &status, const std::u16string &text, size_t &posit
 
 constexpr int nestingLimit = 10000;
 
-// Counts the arrays and objects being read on this thread.
+// Counts the arrays and objects being read on this thread, by either reader.
+// Besides the stack, the depth is bounded because releasing a nested list or
+// table takes one cell per level for the destructor calls, which a deep
+// enough text would exhaust.
 class nestingGuard {
 public:
     nestingGuard() { ++depth(); }
     ~nestingGuard() { --depth(); }
-    bool tooDeep() const { return depth() > nestingLimit; }
+    nestingGuard(const nestingGuard &) = delete;
+    nestingGuard &operator=(const nestingGuard &) = delete;
+
+    // False with status 16 (stack) or 34 (too deep) and a line saying so.
+    bool allowed(localErrorType &status, const char *where) const
+    {
+        if (!localStackCheck(status, where))
+            return false;
+        if (depth() <= nestingLimit)
+            return true;
+        localDiag(u"JSON nested deeper than " + localNumberToWide(nestingLimit) + u" levels", true, where, __FILE__,
+                  __LINE__);
+        status = localErrorTypeJSONparse;
+        return false;
+    }
 
 private:
     static int &depth()
@@ -212,17 +229,10 @@ bool parseValue(localErrorType &status, const std::u16string &text, size_t &posi
 // Reads an object or array at `position` into `list`.
 bool parseInto(localErrorType &status, const std::u16string &text, size_t &position, localValueList &list)
 {
-    // Arrays and objects nest through here. Besides the stack, the depth
-    // is bounded because releasing a nested list takes one cell per level
-    // for the destructor calls, which a deep enough text would exhaust.
-    if (!localStackCheck(status, "scanStringParseJson"))
-        return false;
+    // Arrays and objects nest through here.
     const nestingGuard guard;
-    if (guard.tooDeep()) {
-        LOCAL_DIAG_ERROR(u"JSON nested deeper than " + localNumberToWide(nestingLimit) + u" levels");
-        status = localErrorTypeJSONparse;
+    if (!guard.allowed(status, "scanStringParseJson"))
         return false;
-    }
     localInterpretatorUTF8::scanStringSkipSpace(text, position);
     if (position >= text.size() || (text[position] != u'{' && text[position] != u'['))
         return JSON_PARSE_FAULT(status, text, position);
@@ -350,6 +360,10 @@ bool tableFault(localErrorType &status, const std::u16string &text, size_t posit
 
 bool tableMembers(localErrorType &status, const std::u16string &text, size_t &position, localValueTable &table)
 {
+    // Objects nest through here.
+    const nestingGuard guard;
+    if (!guard.allowed(status, "scanStringGetValueTableFromJson"))
+        return false;
     table.columnAdd(u"key");
     table.columnAdd(u"value");
     const size_t keyColumn = table.columnsCount() - 1;

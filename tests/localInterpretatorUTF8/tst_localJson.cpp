@@ -503,6 +503,47 @@ private slots:
         QCOMPARE(lines[1], rest);
     }
 
+    // Both readers take ten thousand levels and refuse deeper text with
+    // status 34 and a line, giving every cell back; far deeper text once
+    // ran the table reader out of stack.
+    void nestingLimit_data()
+    {
+        QTest::addColumn<bool>("table");
+        QTest::addColumn<int>("depth");
+        QTest::addColumn<int>("status");
+        QTest::newRow("list at the limit") << false << 10000 << 54;
+        QTest::newRow("list past the limit") << false << 10001 << 34;
+        QTest::newRow("table at the limit") << true << 10000 << 54;
+        QTest::newRow("table past the limit") << true << 10001 << 34;
+        QTest::newRow("table far past the limit") << true << 200000 << 34;
+    }
+    void nestingLimit()
+    {
+        QFETCH(bool, table);
+        QFETCH(int, depth);
+        QFETCH(int, status);
+        const size_t cellsBefore = localMemoryManager::instance().getUsedCount();
+        localTest::coutCapture capture;
+        localErrorType read = localErrorTypeOK;
+        size_t position = 0;
+        bool done = false;
+        if (table) {
+            const std::u16string text = w(QString("{\"a\": ").repeated(depth) + "\"x\"" + QString("}").repeated(depth));
+            localValueDescription holder;
+            localValueTable::newInCell(&holder);
+            done = localJson::scanStringGetValueTableFromJson(read, text, position, &holder);
+        } else {
+            const std::u16string text = w(QString("[").repeated(depth) + QString("]").repeated(depth));
+            localValueDescription *result = nullptr;
+            done = localJson::scanStringParseJson(read, text, position, &result);
+            localValueRelease(result);
+        }
+        QCOMPARE(done, status == 54);
+        QCOMPARE(int(read), status);
+        QCOMPARE(capture.text().contains("JSON nested deeper than 10000 levels"), status != 54);
+        QCOMPARE(localMemoryManager::instance().getUsedCount(), cellsBefore);
+    }
+
     void numberFromText_data()
     {
         QTest::addColumn<QString>("text");
