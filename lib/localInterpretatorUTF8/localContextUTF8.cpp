@@ -8,8 +8,10 @@
 #include "localValueList.h"
 #include "localValueTable.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
+#include <vector>
 
 localContextUTF8 *localContextUTF8::globalContext = nullptr;
 int64_t localContextUTF8::counterStaticTotal = 0;
@@ -34,6 +36,26 @@ std::u16string addressText(const void *address)
     char buffer[32];
     const int length = std::snprintf(buffer, sizeof buffer, "%p", address);
     return std::u16string(buffer, buffer + length);
+}
+
+// The contexts alive now. Function calls make and end theirs in stack order,
+// so they come and go at the end of the list.
+std::vector<const localContextUTF8 *> &liveContexts()
+{
+    static std::vector<const localContextUTF8 *> live;
+    return live;
+}
+
+// A CONTEXT value (CONTEXTGET) holds a bare pointer and can outlive its
+// context, as when a function returns its own: such a value answers status 18
+// instead of reaching freed memory. The context being worked in is alive.
+bool contextReachable(localErrorType &status, const localContextUTF8 *target, const localContextUTF8 *context)
+{
+    const std::vector<const localContextUTF8 *> &live = liveContexts();
+    if (target == nullptr || target == context || std::find(live.rbegin(), live.rend(), target) != live.rend())
+        return true;
+    status = localErrorTypeCONTEXTnull;
+    return false;
 }
 
 bool isConstantName(const std::u16string &nameUpper, bool &value)
@@ -77,6 +99,8 @@ bool contextVariableGet(localErrorType &status, localContextUTF8 *context, void 
         return true;
     }
     localContextUTF8 *scope = *object != nullptr ? static_cast<localContextUTF8 *>(*object) : context;
+    if (!contextReachable(status, scope, context))
+        return false;
     localVariable *variable = scope != nullptr ? scope->variableLookup(name, nameUpper) : nullptr;
     if (variable == nullptr) {
         status = localErrorTypeATTRIBUTEunknown;
@@ -141,6 +165,8 @@ bool contextDispatch(localErrorType &status, localContextUTF8 *context, void **o
     localResultMustBeNull(result, "localContextUTF8::classImplementationMethodFunction()");
     status = localErrorTypeOK;
     localContextUTF8 *holder = *object != nullptr ? static_cast<localContextUTF8 *>(*object) : context;
+    if (!contextReachable(status, holder, context))
+        return false;
     if (holder == nullptr) {
         if (!name.empty()) {
             status = localErrorTypeMETHODnotDeclared;
@@ -192,6 +218,7 @@ void localContextUTF8::constructCommon(localContextUTF8 *parentContext)
 {
     localMemoryManager::instance();
     ++counterStaticTotal;
+    liveContexts().push_back(this);
     if (globalContext == nullptr)
         globalContext = this;
     parent = globalContext == this ? nullptr : (parentContext != nullptr ? parentContext : globalContext);
@@ -204,6 +231,11 @@ localContextUTF8::~localContextUTF8()
     for (localVariable &variable : variables)
         variable.value->linkCounterDec();
     --counterStaticTotal;
+    std::vector<const localContextUTF8 *> &live = liveContexts();
+    if (!live.empty() && live.back() == this)
+        live.pop_back();
+    else
+        live.erase(std::find(live.begin(), live.end(), this));
     if (globalContext == this)
         globalContext = nullptr;
 }
