@@ -1,0 +1,2 @@
+IF 1 THEN ? 1; ENDIF
+? "a" - "b";

@@ -1,0 +1,4 @@
+FUNCTION deep(n)
+    RETURN deep(n + 1);
+ENDFUNCTION;
+? deep(1);
