@@ -23,6 +23,8 @@ void localClassDeclaration::memberAdd(const std::u16string &name, localMethodFun
     localClassMember *member = new localClassMember{name, exec, set, get};
     members.push_back(member);
     memberIndex.emplace(name, member); // keeps the first of equal names
+    const size_t sign = memberSign(name);
+    memberSigns[sign / 64] |= uint64_t(1) << (sign % 64);
 }
 
 void localClassDeclaration::memberAdd2(const std::u16string &name, const std::u16string &name2,
@@ -35,12 +37,16 @@ void localClassDeclaration::memberAdd2(const std::u16string &name, const std::u1
 
 const localClassMember *localClassDeclaration::memberFind(const std::u16string &name) const
 {
+    const size_t sign = memberSign(name);
+    if ((memberSigns[sign / 64] & (uint64_t(1) << (sign % 64))) == 0)
+        return nullptr;
     const auto found = memberIndex.find(name);
     return found == memberIndex.end() ? nullptr : found->second;
 }
 
 bool localClassDeclaration::attrGet(localErrorType &status, localContextUTF8 *context, void *object,
-                                    const std::u16string &name, localValueDescription **result)
+                                    const std::u16string &name, const std::u16string *nameUpper,
+                                    localValueDescription **result)
 {
     localResultMustBeNull(result, "localClassDeclaration::attrGet()");
     const localClassMember *member = memberFind(name);
@@ -54,6 +60,9 @@ bool localClassDeclaration::attrGet(localErrorType &status, localContextUTF8 *co
     } else if (object == nullptr) {
         status = localErrorTypeSTATICATTRIBUTEunknown;
         return false;
+    } else if (nameUpper != nullptr && localClassAttribFallbackUpper != nullptr) {
+        void *slot = object;
+        return localClassAttribFallbackUpper(status, context, &slot, name, *nameUpper, result);
     } else {
         function = localClassAttribFallback;
     }
@@ -87,7 +96,15 @@ bool localClassDeclaration::methodExec(localErrorType &status, localContextUTF8 
 {
     localResultMustBeNull(result, "localClassDeclaration::methodExec()");
     const localScratch<std::u16string> upperStorage;
-    const std::u16string &nameUpper = localInterpretatorUTF8::nameToUpperInto(name, *upperStorage);
+    return methodExecUpper(status, context, object, localInterpretatorUTF8::nameToUpperInto(name, *upperStorage),
+                           arguments, result);
+}
+
+bool localClassDeclaration::methodExecUpper(localErrorType &status, localContextUTF8 *context, void *object,
+                                            const std::u16string &nameUpper, localValueVector *arguments,
+                                            localValueDescription **result)
+{
+    localResultMustBeNull(result, "localClassDeclaration::methodExec()");
     const localClassMember *member = memberFind(nameUpper);
     localMethodFunction function = member != nullptr ? member->EXEC : nullptr;
     if (object == nullptr) {

@@ -15,6 +15,11 @@ typedef bool (*localMethodFunction)(localErrorType &status, localContextUTF8 *co
                                     localValueDescription **result);
 typedef bool (*localAttribGetFunction)(localErrorType &status, localContextUTF8 *context, void **object,
                                        const std::u16string &name, localValueDescription **result);
+// An attribute reader that is handed the upper-case form of the name as well,
+// for a caller that has it already.
+typedef bool (*localAttribGetUpperFunction)(localErrorType &status, localContextUTF8 *context, void **object,
+                                            const std::u16string &name, const std::u16string &nameUpper,
+                                            localValueDescription **result);
 typedef bool (*localAttribSetFunction)(localErrorType &status, localContextUTF8 *context, void **object,
                                        const std::u16string &name, localValueDescription *value);
 // (object slot, delta) to the object's link count; delta 0 only asks.
@@ -37,6 +42,8 @@ public:
     localObjectLinkFunctionType localObjectLinkFunction = nullptr;
     localMethodFunction localClassMethodFallback = nullptr;
     localAttribGetFunction localClassAttribFallback = nullptr;
+    // The same reader taking the upper-case name too, where a class has one.
+    localAttribGetUpperFunction localClassAttribFallbackUpper = nullptr;
     std::vector<localClassMember *> members;
 
     static int64_t counterStaticTotal;
@@ -56,17 +63,37 @@ public:
     const localClassMember *memberFind(const std::u16string &name) const;
 
     bool attrGet(localErrorType &status, localContextUTF8 *context, void *object, const std::u16string &name,
-                 localValueDescription **result);
+                 localValueDescription **result)
+    {
+        return attrGet(status, context, object, name, nullptr, result);
+    }
+    // With the upper-case form of the name when the caller has it (or null).
+    bool attrGet(localErrorType &status, localContextUTF8 *context, void *object, const std::u16string &name,
+                 const std::u16string *nameUpper, localValueDescription **result);
     bool attrSet(localErrorType &status, localContextUTF8 *context, void *object, const std::u16string &name,
                  localValueDescription *value);
     // A null object is a call on the class itself (constructors).
     bool methodExec(localErrorType &status, localContextUTF8 *context, void *object, const std::u16string &name,
                     localValueVector *arguments, localValueDescription **result);
+    // methodExec for a name that is in upper case already.
+    bool methodExecUpper(localErrorType &status, localContextUTF8 *context, void *object,
+                         const std::u16string &nameUpper, localValueVector *arguments,
+                         localValueDescription **result);
 
 private:
     // First member by name; the table is built once, so a map gives the
     // same answer as a search in declaration order.
     std::unordered_map<std::u16string, const localClassMember *> memberIndex;
+    // One bit per (length, first and last letter) of the members' names. Every
+    // variable read asks CONTEXT for a member first, and nearly always there
+    // is none: the bit says so without hashing the name.
+    uint64_t memberSigns[8] = {};
+    static size_t memberSign(const std::u16string &name)
+    {
+        const size_t first = name.empty() ? 0 : name.front();
+        const size_t last = name.empty() ? 0 : name.back();
+        return (name.size() * 31 + first * 7 + last) % 512;
+    }
 };
 
 // The shared opening of every class's method dispatch function: the result

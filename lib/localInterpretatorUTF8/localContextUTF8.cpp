@@ -58,13 +58,22 @@ bool contextReachable(localErrorType &status, const localContextUTF8 *target, co
     return false;
 }
 
+// Every bare name passes here, so the length is compared before the text.
+template <size_t N>
+bool sameName(const std::u16string &name, const char16_t (&word)[N])
+{
+    return name.size() == N - 1 && std::char_traits<char16_t>::compare(name.data(), word, N - 1) == 0;
+}
+
 bool isConstantName(const std::u16string &nameUpper, bool &value)
 {
-    if (nameUpper == u"TRUE" || nameUpper == u"ИСТИНА") {
+    if (nameUpper.size() < 4 || nameUpper.size() > 6)
+        return false;
+    if (sameName(nameUpper, u"TRUE") || sameName(nameUpper, u"ИСТИНА")) {
         value = true;
         return true;
     }
-    if (nameUpper == u"FALSE" || nameUpper == u"ЛОЖЬ") {
+    if (sameName(nameUpper, u"FALSE") || sameName(nameUpper, u"ЛОЖЬ")) {
         value = false;
         return true;
     }
@@ -87,11 +96,10 @@ bool contextConstantGet(localErrorType &status, localContextUTF8 *, void **, con
 }
 
 // A bare name in an expression: a constant, else the variable's own cell.
-bool contextVariableGet(localErrorType &status, localContextUTF8 *context, void **object,
-                        const std::u16string &name, localValueDescription **result)
+bool contextVariableGetUpper(localErrorType &status, localContextUTF8 *context, void **object,
+                             const std::u16string &name, const std::u16string &nameUpper,
+                             localValueDescription **result)
 {
-    const localScratch<std::u16string> upperStorage;
-    const std::u16string &nameUpper = localInterpretatorUTF8::nameToUpperInto(name, *upperStorage);
     bool value = false;
     if (isConstantName(nameUpper, value)) {
         *result = localValueNew();
@@ -109,6 +117,14 @@ bool contextVariableGet(localErrorType &status, localContextUTF8 *context, void 
     variable->value->linkCounterInc();
     *result = variable->value;
     return true;
+}
+
+bool contextVariableGet(localErrorType &status, localContextUTF8 *context, void **object,
+                        const std::u16string &name, localValueDescription **result)
+{
+    const localScratch<std::u16string> upperStorage;
+    return contextVariableGetUpper(status, context, object, name,
+                                   localInterpretatorUTF8::nameToUpperInto(name, *upperStorage), result);
 }
 
 // Maps what a compiled function left in the status to the caller's view.
@@ -472,6 +488,7 @@ localClassDeclaration *localContextUTF8::classDeclaration()
     declaration->description = u"это контекст";
     declaration->localClassMethodFallback = contextDispatch;
     declaration->localClassAttribFallback = contextVariableGet;
+    declaration->localClassAttribFallbackUpper = contextVariableGetUpper;
     declaration->memberAdd(u"", contextDispatch);
     declaration->memberAdd(u"~", contextDispatch);
     size_t count = 0;

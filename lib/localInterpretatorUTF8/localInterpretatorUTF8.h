@@ -41,6 +41,9 @@ public:
     static std::u16string scanStringGetNameToken(const std::u16string &text, size_t &position);
     // The same into a buffer the caller keeps, which saves an allocation.
     static void scanStringGetNameTokenInto(const std::u16string &text, size_t &position, std::u16string &name);
+    // And its upper-case form beside it, made in the same pass.
+    static void scanStringGetNameTokenInto(const std::u16string &text, size_t &position, std::u16string &name,
+                                           std::u16string &nameUpper);
     static std::u16string nameToUpper(const std::u16string &name);
     static void nameToUpperInPlace(std::u16string &name);
     // The upper-case form without a copy where there is nothing to change:

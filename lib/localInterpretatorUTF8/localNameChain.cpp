@@ -12,6 +12,16 @@
 
 #include <iostream>
 
+namespace {
+
+struct nameChainBuffers {
+    localValueVector arguments;
+    std::u16string name;
+    std::u16string nameUpper;
+};
+
+} // namespace
+
 bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &status, const std::u16string &text,
                                                                size_t &position, localValueDescription **result,
                                                                localContextUTF8 *context, bool onlyCheck)
@@ -25,11 +35,12 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     localValueDescription working;
     if (!onlyCheck)
         working.setObject(context, localContextUTF8::classDeclaration());
-    // Both lent for the call: a loop re-scans its names on every round.
-    const localScratch<localValueVector> argumentsStorage;
-    const localScratch<std::u16string> nameStorage;
-    localValueVector &arguments = *argumentsStorage;
-    std::u16string &name = *nameStorage;
+    // Lent for the call: a loop re-scans its names on every round.
+    const localScratch<nameChainBuffers> buffers;
+    localValueVector &arguments = buffers->arguments;
+    std::u16string &name = buffers->name;
+    // Made once here; methods and the variables of CONTEXT need no other.
+    std::u16string &nameUpper = buffers->nameUpper;
     arguments.clear();
     auto fail = [&]() {
         localValueReleaseAll(arguments);
@@ -38,7 +49,7 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     };
 
     while (position < text.size()) {
-        scanStringGetNameTokenInto(text, position, name);
+        scanStringGetNameTokenInto(text, position, name, nameUpper);
         if (name.empty()) {
             status = localErrorTypeSYNTAX;
             return fail();
@@ -71,10 +82,10 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
             if (working.localValueClass == nullptr)
                 exit_FAILURE("localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete() class declaration is empty!");
             localValueDescription *returned = nullptr;
-            const bool done = call ? working.localValueClass->methodExec(status, context, working.localValueObject,
-                                                                         name, &arguments, &returned)
+            const bool done = call ? working.localValueClass->methodExecUpper(
+                                         status, context, working.localValueObject, nameUpper, &arguments, &returned)
                                    : working.localValueClass->attrGet(status, context, working.localValueObject,
-                                                                      name, &returned);
+                                                                      name, &nameUpper, &returned);
             localValueReleaseAll(arguments);
             if (!done) {
                 localValueRelease(returned);

@@ -130,8 +130,7 @@ bool expressionRun(localErrorType &status, localContextUTF8 *context, const loca
         }
         variable = context->variableCreate(record->name);
     }
-    localValueDescription::localValueCopy(variable->value, *result);
-    localValueRelease(*result);
+    localValueDescription::localValueCopyAndRelease(variable->value, *result);
     return true;
 }
 

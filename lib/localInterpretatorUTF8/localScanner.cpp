@@ -118,10 +118,17 @@ bool reduceOnce(localErrorType &status, evaluatorStacks &stacks, bool onlyCheck)
     localValueDescription *left = stacks.pop();
     localValueDescription *cell = localValueNew();
     bool done = true;
-    if (onlyCheck)
+    if (onlyCheck) {
         cell->setVal(1.0);
-    else
+    } else if (operation == localOperatorPLUS && left->type == localValueTypeSTR && right->type == localValueTypeSTR
+               && left->linkCounter == 1) {
+        // The left text is an intermediate that goes right after: the
+        // right one is appended to it where it stands, and it moves over.
+        left->localValueString += right->localValueString;
+        cell->setString(std::move(left->localValueString));
+    } else {
         done = localInterpretatorUTF8::binaryOperationByEnumEvaluate(status, cell, operation, left, right);
+    }
     left->linkCounterDec();
     right->linkCounterDec();
     if (!done) {
@@ -171,6 +178,24 @@ void localInterpretatorUTF8::nameToUpperInPlace(std::u16string &name)
 {
     for (char16_t &c : name)
         c = upperOf(c);
+}
+
+void localInterpretatorUTF8::scanStringGetNameTokenInto(const std::u16string &text, size_t &position,
+                                                        std::u16string &name, std::u16string &nameUpper)
+{
+    scanStringSkipSpace(text, position);
+    const size_t start = position;
+    while (position < text.size() && isNameChar(text[position]))
+        ++position;
+    const size_t length = position - start;
+    // Both buffers keep their capacity between calls: no allocation here.
+    name.resize(length);
+    nameUpper.resize(length);
+    const char16_t *from = text.data() + start;
+    for (size_t i = 0; i < length; ++i) {
+        name[i] = from[i];
+        nameUpper[i] = upperOf(from[i]);
+    }
 }
 
 const std::u16string &localInterpretatorUTF8::nameToUpperInto(const std::u16string &name, std::u16string &storage)
@@ -284,8 +309,7 @@ bool localInterpretatorUTF8::scanStringGetOperandAndEvaluete(localErrorType &sta
             return false;
         // A copy, so that a prefix or a reference parameter cannot reach a variable in brackets.
         *result = localValueNew();
-        localValueDescription::localValueCopy(*result, inner);
-        localValueRelease(inner);
+        localValueDescription::localValueCopyAndRelease(*result, inner);
         scanStringSkipSpace(text, position);
         if (position >= text.size() || text[position] != u')') {
             localValueRelease(*result);
@@ -313,6 +337,9 @@ int32_t localInterpretatorUTF8::scanStringGetUnaryOperator(const std::u16string 
         ++position;
         return localUnaryNOT;
     }
+    // The words start with N or Н, in either case.
+    if (upperOf(c) != u'N' && upperOf(c) != u'Н')
+        return localUnaryNONE;
     if (wordAt(text, position, u"НЕ")) {
         position += 2;
         return localUnaryNOT;
@@ -359,6 +386,10 @@ int32_t localInterpretatorUTF8::scanStringGetBinaryOperator(const std::u16string
     default:
         break;
     }
+    // The words start with O, A or И, in either case.
+    const char16_t upper = upperOf(c);
+    if (upper != u'O' && upper != u'A' && upper != u'И')
+        return localOperatorNONE;
     if (wordAt(text, position, u"OR")) {
         position += 2;
         return localOperatorOR;
@@ -519,7 +550,10 @@ bool localInterpretatorUTF8::binaryOperationByEnumEvaluate(localErrorType &statu
         switch (operation) {
         case localOperatorPLUS: {
             std::u16string joined;
-            joined.reserve(a.size() + b.size());
+            // A text built piece by piece (t = t + a + b) is joined again
+            // at once: room for that spares the second join a reallocation.
+            const size_t length = a.size() + b.size();
+            joined.reserve(length > 64 ? length + length / 2 : length);
             joined += a;
             joined += b;
             result->setString(std::move(joined));

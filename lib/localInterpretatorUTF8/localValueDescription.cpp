@@ -9,23 +9,10 @@
 int64_t localValueDescription::counterStaticTotal = 0;
 localMemoryManager *localMemoryManager::manager = nullptr;
 
-localValueDescription::localValueDescription()
-{
-    ++counterStaticTotal;
-}
-
 localValueDescription::localValueDescription(const localValueDescription &other)
 {
     ++counterStaticTotal;
     localValueCopy(this, &other);
-}
-
-localValueDescription::~localValueDescription()
-{
-    for (void *buffer : localValueBuffers)
-        std::free(buffer);
-    localValueClear();
-    --counterStaticTotal;
 }
 
 void localValueDescription::linkCounterDrop()
@@ -55,47 +42,44 @@ void localValueDescription::objectLinkRelease()
     }
 }
 
-void localValueDescription::localValueCopy(localValueDescription *destination, const localValueDescription *source)
+void localValueDescription::copyAllButText(localValueDescription *destination, const localValueDescription *source)
 {
-    if (destination == source)
-        return;
     destination->localValueClear();
     destination->type = source->type;
     destination->localValueNumber = source->localValueNumber;
     destination->localValueClass = source->localValueClass;
     destination->localValueObject = source->localValueObject;
+}
+
+void localValueDescription::objectLinkAdd()
+{
+    if (type == localValueTypeOBJ && localValueObject != nullptr && localValueClass != nullptr
+        && localValueClass->localObjectLinkFunction != nullptr)
+        localValueClass->localObjectLinkFunction(&localValueObject, +1);
+}
+
+void localValueDescription::localValueCopy(localValueDescription *destination, const localValueDescription *source)
+{
+    if (destination == source)
+        return;
+    copyAllButText(destination, source);
     destination->localValueString = source->localValueString;
-    if (destination->type == localValueTypeOBJ && destination->localValueObject != nullptr
-        && destination->localValueClass != nullptr && destination->localValueClass->localObjectLinkFunction != nullptr)
-        destination->localValueClass->localObjectLinkFunction(&destination->localValueObject, +1);
+    destination->objectLinkAdd();
 }
 
-void localValueDescription::setVal(double value)
+void localValueDescription::localValueCopyAndRelease(localValueDescription *destination,
+                                                     localValueDescription *&source)
 {
-    localValueClear();
-    type = localValueTypeNUM;
-    localValueNumber = value;
-}
-
-void localValueDescription::setString(const std::u16string &text)
-{
-    localValueClear();
-    type = localValueTypeSTR;
-    localValueString = text;
-}
-
-void localValueDescription::setString(std::u16string &&text)
-{
-    localValueClear();
-    type = localValueTypeSTR;
-    localValueString = std::move(text);
-}
-
-void localValueDescription::setBool(bool value)
-{
-    localValueClear();
-    type = localValueTypeBOO;
-    localValueNumber = value ? 1.0 : 0.0;
+    if (destination != source && source->linkCounter == 1) {
+        copyAllButText(destination, source);
+        // What text a free cell keeps is never read: a cell handed out again
+        // starts empty.
+        destination->localValueString.swap(source->localValueString);
+        destination->objectLinkAdd();
+    } else {
+        localValueCopy(destination, source);
+    }
+    localValueRelease(source);
 }
 
 void localValueDescription::setObject(void *object, localClassDeclaration *declaration)
@@ -104,8 +88,7 @@ void localValueDescription::setObject(void *object, localClassDeclaration *decla
     type = localValueTypeOBJ;
     localValueObject = object;
     localValueClass = declaration;
-    if (object != nullptr && declaration != nullptr && declaration->localObjectLinkFunction != nullptr)
-        declaration->localObjectLinkFunction(&localValueObject, +1);
+    objectLinkAdd();
 }
 
 std::u16string localValueDescription::toString() const

@@ -6,6 +6,7 @@
 #include "localErrorType.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -38,10 +39,16 @@ public:
 
     static int64_t counterStaticTotal;
 
-    localValueDescription();
+    localValueDescription() { ++counterStaticTotal; }
     localValueDescription(const localValueDescription &other);
     localValueDescription &operator=(const localValueDescription &) = delete;
-    virtual ~localValueDescription();
+    virtual ~localValueDescription()
+    {
+        for (void *buffer : localValueBuffers)
+            std::free(buffer);
+        localValueClear();
+        --counterStaticTotal;
+    }
 
     int32_t getType() const { return type; }
     inline void linkCounterInc();
@@ -55,11 +62,35 @@ public:
         localValueNumber = 0.0;
     }
     static void localValueCopy(localValueDescription *destination, const localValueDescription *source);
+    // localValueCopy, then one link of the source given back and the pointer
+    // nulled. A source that had no other link hands its text over instead of
+    // copying it: it is free right after.
+    static void localValueCopyAndRelease(localValueDescription *destination, localValueDescription *&source);
 
-    void setVal(double value);
-    void setString(const std::u16string &text);
-    void setString(std::u16string &&text);
-    void setBool(bool value);
+    void setVal(double value)
+    {
+        localValueClear();
+        type = localValueTypeNUM;
+        localValueNumber = value;
+    }
+    void setString(const std::u16string &text)
+    {
+        localValueClear();
+        type = localValueTypeSTR;
+        localValueString = text;
+    }
+    void setString(std::u16string &&text)
+    {
+        localValueClear();
+        type = localValueTypeSTR;
+        localValueString = std::move(text);
+    }
+    void setBool(bool value)
+    {
+        localValueClear();
+        type = localValueTypeBOO;
+        localValueNumber = value ? 1.0 : 0.0;
+    }
     void setObject(void *object, localClassDeclaration *declaration);
 
     // The truth rule of every condition: the number field above 0.0, whatever the kind.
@@ -80,6 +111,9 @@ private:
     void objectLinkRelease();
     // The last link goes (or a count of 0, which is fatal).
     void linkCounterDrop();
+    // localValueCopy but for the text, which the caller assigns.
+    static void copyAllButText(localValueDescription *destination, const localValueDescription *source);
+    void objectLinkAdd();
 };
 
 // The type word shown to users: "ЧИСЛО", "СТРОКА", "БУЛЕВО", "ОБЪЕКТ", or "неизвестный тип".

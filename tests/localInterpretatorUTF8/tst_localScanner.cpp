@@ -79,6 +79,9 @@ private slots:
         QTest::newRow("16 characters") << "1234567890123456" << true << 54 << NUM << "1234567890123456";
         QTest::newRow("16 with point") << "123456789012345.6" << false << 36 << -1 << "";
         QTest::newRow("17 digits") << "12345678901234567" << false << 36 << -1 << "";
+        QTest::newRow("15 digits are exact") << "999999999999999 + 1" << true << 54 << NUM << "1000000000000000";
+        QTest::newRow("16 digits round as a double") << "9007199254740993" << true << 54 << NUM << "9007199254740992";
+        QTest::newRow("leading zeros") << "007 * 2" << true << 54 << NUM << "14";
         QTest::newRow("twenty digits of a third") << "1 / 3" << true << 54 << NUM << "0.33333333333333331483";
         QTest::newRow("tenth keeps its tail") << "0.1" << true << 54 << NUM << "0.10000000000000000555";
         QTest::newRow("no exponent") << "1e5" << true << 54 << NUM << "1";
@@ -100,6 +103,10 @@ private slots:
         QTest::newRow("string inequality") << "S <> \"abc\"" << true << 54 << BOO << "ЛОЖЬ";
         QTest::newRow("string vs object") << "S = O" << false << 50 << -1 << "";
         QTest::newRow("unclosed string") << "\"abc" << false << 37 << -1 << "";
+        // an intermediate text is appended to in place; a variable's never
+        QTest::newRow("texts joined on an intermediate") << "S + \"d\" + \"e\" + S" << true << 54 << STR
+                                                         << "abcdeabc";
+        QTest::newRow("texts joined on a bracket") << "(S + \"x\") + S + (S)" << true << 54 << STR << "abcxabcabc";
         QTest::newRow("two strings side by side") << "\"a\" \"b\"" << true << 54 << STR << "a";
         // mixed kinds and logic
         QTest::newRow("number equals string") << "1 = \"1\"" << false << 50 << -1 << "";
