@@ -94,7 +94,13 @@ private:
     bool variableMatches(const localVariable &variable, const std::u16string &name,
                          const std::u16string &nameUpper) const
     {
-        return caseSensitive ? variable.name == name : variable.name == nameUpper;
+        // Every variable read walks the lists: lengths and first letters
+        // settle most comparisons before the texts are compared.
+        const std::u16string &wanted = caseSensitive ? name : nameUpper;
+        return variable.name.size() == wanted.size()
+               && (wanted.empty()
+                   || (variable.name[0] == wanted[0]
+                       && std::char_traits<char16_t>::compare(variable.name.data(), wanted.data(), wanted.size()) == 0));
     }
 };
 
