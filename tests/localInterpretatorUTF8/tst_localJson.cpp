@@ -97,22 +97,6 @@ void fillSample(localValueList &list)
     list.valueAdd(&innerHolder, u"inner");
 }
 
-LOCAL_CHILD_CASE(parseResultNotNull)
-{
-    localErrorType status = localErrorTypeOK;
-    size_t position = 0;
-    localValueDescription *result = localValueNew();
-    localJson::scanStringParseJson(status, u"[]", position, &result);
-}
-
-LOCAL_CHILD_CASE(restoreResultNotNull)
-{
-    localErrorType status = localErrorTypeOK;
-    localValueList list;
-    localValueDescription *result = localValueNew();
-    localJson::fromJsonValueList(status, nullptr, list, &result);
-}
-
 } // namespace
 
 class tst_localJson : public QObject {
@@ -124,18 +108,8 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("escaped");
-        QTest::newRow("apostrophe") << "'" << "\\'";
-        QTest::newRow("quote") << "\"" << "\\\"";
-        QTest::newRow("backslash") << "\\" << "\\\\";
-        QTest::newRow("slash") << "/" << "\\/";
-        QTest::newRow("tab") << "\t" << "\\t";
-        QTest::newRow("line feed") << "\n" << "\\n";
-        QTest::newRow("carriage return") << "\r" << "\\r";
-        QTest::newRow("form feed") << "\f" << "\\f";
-        QTest::newRow("backspace") << "\b" << "\\b";
-        QTest::newRow("brackets and braces") << "[a]{b}" << "\\[a\\]\\{b\\}";
+        QTest::newRow("every escaped character") << "'\"\\/\t\n\r\f\b[]{}" << "\\'\\\"\\\\\\/\\t\\n\\r\\f\\b\\[\\]\\{\\}";
         QTest::newRow("Cyrillic and the rest as they are") << "Ёжик: 1 < 2 & ü" << "Ёжик: 1 < 2 & ü";
-        QTest::newRow("empty") << "" << "";
     }
     void escape()
     {
@@ -149,9 +123,6 @@ private slots:
         QTest::addColumn<QString>("expression");
         QTest::addColumn<QString>("json");
         QTest::newRow("number") << "1" << "{\"t\": \"NUM\",\"vP\": \"1\",\"v\": \"1\"}";
-        QTest::newRow("string") << "\"a\"" << "{\"t\": \"STR\",\"vP\": \"a\",\"v\": \"a\"}";
-        QTest::newRow("fraction") << "2.5" << "{\"t\": \"NUM\",\"vP\": \"2.5\",\"v\": \"2.5\"}";
-        QTest::newRow("negative") << "-3" << "{\"t\": \"NUM\",\"vP\": \"-3\",\"v\": \"-3\"}";
         QTest::newRow("twenty digits") << "1/10"
                                        << "{\"t\": \"NUM\",\"vP\": \"0.10000000000000000555\",\"v\": "
                                           "\"0.10000000000000000555\"}";
@@ -160,7 +131,6 @@ private slots:
         QTest::newRow("string with escapes") << "'say \"hi\" / [x]'"
                                              << "{\"t\": \"STR\",\"vP\": \"say \\\"hi\\\" \\/ \\[x\\]\",\"v\": "
                                                 "\"say \\\"hi\\\" \\/ \\[x\\]\"}";
-        QTest::newRow("line feed") << "\"a\nб\"" << "{\"t\": \"STR\",\"vP\": \"a\\nб\",\"v\": \"a\\nб\"}";
     }
     void typedWriter()
     {
@@ -220,17 +190,13 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("empty object") << "{}" << "ok [] @2";
-        QTest::newRow("array of numbers") << "[1,2]" << "ok [1,2] @5";
+        QTest::newRow("array, text behind is left") << "[1,2] tail" << "ok [1,2] @5";
         QTest::newRow("object keys become presentations") << "{\"a\": 1, \"b\": \"x\"}" << "ok [a=1,b=\"x\"] @18";
         QTest::newRow("nesting and words") << "{\"a\": [1, {\"b\": null}], \"c\": true, \"d\": false}"
                                            << "ok [a=[1,[b=0]],c=true,d=false] @46";
         QTest::newRow("empty list as written") << "[\n]" << "ok [] @3";
-        QTest::newRow("blanks in empty brackets") << " [ ] " << "ok [] @4";
         QTest::newRow("blanks in empty braces") << "{ \n }" << "ok [] @5";
         QTest::newRow("open bracket at the end") << "[" << "ok [] @1";
-        QTest::newRow("nested empties") << "[[],{}]" << "ok [[],[]] @7";
-        QTest::newRow("text behind is left") << "[1] tail" << "ok [1] @3";
         QTest::newRow("escaped quote in a key") << "{\"a\\\"b\": 1}" << "ok [a\"b=1] @11";
         QTest::newRow("negative and fraction") << "[-1.5, 0.25]" << "ok [-1.5,0.25] @12";
         QTest::newRow("known pairs") << "[\"a\\\\b\\/c\\'d\\te\\nf\\rg\\fh\\bi\"]"
@@ -242,16 +208,12 @@ private slots:
                                                         << "ok [\"\\[x\\]\\{\\}\\q\"] @15";
         QTest::newRow("nothing") << "" << "fail 34";
         QTest::newRow("a word") << "x" << "fail 34";
-        QTest::newRow("a bare number") << "1" << "fail 34";
         QTest::newRow("missing comma") << "[1 2]" << "fail 34";
         QTest::newRow("missing colon") << "{\"a\" 1}" << "fail 34";
         QTest::newRow("unquoted key") << "{a: 1}" << "fail 34";
         QTest::newRow("unknown word") << "[tru]" << "fail 34";
         QTest::newRow("unterminated string") << "[\"abc" << "fail 34";
-        QTest::newRow("unterminated object") << "{\"a\": 1" << "fail 34";
-        QTest::newRow("trailing comma") << "[1,]" << "fail 34";
         QTest::newRow("wrong closing") << "{\"a\": [1}" << "fail 34";
-        QTest::newRow("short unicode at the end") << "[\"\\u12" << "fail 34";
         QTest::newRow("too many digits") << "[12345678901234567]" << "fail 36";
     }
     void reader()
@@ -272,39 +234,28 @@ private slots:
         QVERIFY2(printed.contains("Json x]}"), qPrintable(printed));
     }
 
-    void roundTripOfNumbers_data()
-    {
-        QTest::addColumn<double>("number");
-        QTest::newRow("one") << 1.0;
-        QTest::newRow("fraction") << 2.5;
-        QTest::newRow("third") << 1.0 / 3.0;
-        QTest::newRow("tenth") << 0.1;
-        QTest::newRow("negative") << -7.0;
-        QTest::newRow("large") << 1e300;
-        QTest::newRow("tiny") << 5e-324;
-        QTest::newRow("zero") << 0.0;
-    }
+    // Twenty significant digits bring every double back, exponents and
+    // denormals included.
     void roundTripOfNumbers()
     {
-        QFETCH(double, number);
-        localValueDescription value;
-        value.setVal(number);
-        localErrorType status = localErrorTypeOK;
-        localValueDescription *result = nullptr;
-        QVERIFY(localJson::valueFromJson(status, nullptr, localJson::valueToJson(value), &result));
-        QCOMPARE(result->getType(), int32_t(localValueTypeNUM));
-        QCOMPARE(result->localValueNumber, number);
-        localValueRelease(result);
+        for (const double number : {1.0 / 3.0, -7.0, 1e300, 5e-324}) {
+            localValueDescription value;
+            value.setVal(number);
+            QCOMPARE(restore(localJson::valueToJson(value)), "ЧИСЛО " + q(value.toString()));
+            localErrorType status = localErrorTypeOK;
+            localValueDescription *result = nullptr;
+            QVERIFY(localJson::valueFromJson(status, nullptr, localJson::valueToJson(value), &result));
+            QCOMPARE(result->localValueNumber, number);
+            localValueRelease(result);
+        }
     }
 
     void roundTripOfStrings_data()
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("back");
-        QTest::newRow("plain") << "a" << "a";
         QTest::newRow("empty") << "" << "";
         QTest::newRow("every pair the reader knows") << "' \" \\ / \t \n \r \f \b" << "' \" \\ / \t \n \r \f \b";
-        QTest::newRow("Cyrillic") << "Привет, ёж" << "Привет, ёж";
         QTest::newRow("brackets and braces gain a backslash") << "[x]{y}" << "\\[x\\]\\{y\\}";
     }
     void roundTripOfStrings()
@@ -321,7 +272,6 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
         QTest::newRow("written true") << "{\"t\": \"BOO\",\"vP\": \"ИСТИНА\",\"v\": \"true\"}" << "ЧИСЛО 0";
-        QTest::newRow("written false") << "{\"t\": \"BOO\",\"vP\": \"ЛОЖЬ\",\"v\": \"false\"}" << "ЧИСЛО 0";
         QTest::newRow("hand-written true") << "{\"t\": \"BOO\",\"v\": true}" << "ЧИСЛО 1";
         QTest::newRow("no v") << "{\"t\": \"BOO\"}" << "ЧИСЛО 0";
     }
@@ -341,7 +291,6 @@ private slots:
         QTest::addColumn<QString>("printed");
         QTest::newRow("number without v") << "{\"t\": \"NUM\"}" << "ЧИСЛО 0" << "";
         QTest::newRow("number text read as atof") << "{\"t\": \"NUM\",\"v\": \" 12abc\"}" << "ЧИСЛО 12" << "";
-        QTest::newRow("number not a number") << "{\"t\": \"NUM\",\"v\": \"abc\"}" << "ЧИСЛО 0" << "";
         QTest::newRow("bare number") << "{\"t\": \"NUM\",\"v\": 7}" << "ЧИСЛО 7" << "";
         QTest::newRow("string without v") << "{\"t\": \"STR\"}" << "СТРОКА \"\"" << "";
         QTest::newRow("string of a number") << "{\"t\": \"STR\",\"v\": 5}" << "СТРОКА \"5\"" << "";
@@ -355,8 +304,6 @@ private slots:
         QTest::newRow("other classes are not restored") << "{\"t\": \"OBJ\",\"tN\": \"VALUETABLE\",\"v\": []}"
                                                         << "fail 35"
                                                         << "Разбор jsonList для VALUETABLE не реализован! func: ";
-        QTest::newRow("item that is no list") << "{\"t\": \"OBJ\",\"tN\": \"VALUELIST\",\"v\": [1]}" << "fail 35"
-                                              << "";
         QTest::newRow("item without v") << "{\"t\": \"OBJ\",\"tN\": \"VALUELIST\",\"v\": [{\"p\": \"a\"}]}"
                                         << "fail 35" << "";
         QTest::newRow("item without p") << "{\"t\": \"OBJ\",\"tN\": \"VALUELIST\",\"v\": [{\"v\": {\"t\": \"NUM\"}}]}"
@@ -392,13 +339,6 @@ private slots:
         localValueDescription emptyHolder;
         localValueList::newInCell(&emptyHolder);
         QCOMPARE(restore(localJson::valueToJson(emptyHolder)), QString("ОБЪЕКТ []"));
-    }
-
-    void tablesDoNotComeBack()
-    {
-        localValueDescription holder;
-        localValueTable::newInCell(&holder);
-        QCOMPARE(restore(localJson::valueToJson(holder)), QString("fail 35"));
     }
 
     void listFromFile()
@@ -548,42 +488,20 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<double>("number");
-        QTest::newRow("plain") << "12" << 12.0;
-        QTest::newRow("trimmed") << " \t12.5\n" << 12.5;
+        QTest::newRow("trimmed, minus") << " \t-12.5\n" << -12.5;
+        QTest::newRow("plus sign") << "+3" << 3.0;
+        QTest::newRow("two signs") << "+-1" << 0.0;
         QTest::newRow("trailing letters") << "12abc" << 12.0;
         QTest::newRow("letters") << "abc" << 0.0;
-        QTest::newRow("plus sign") << "+3" << 3.0;
-        QTest::newRow("minus sign") << "-3.25" << -3.25;
-        QTest::newRow("exponent") << "1e+20" << 1e20;
-        QTest::newRow("two signs") << "+-1" << 0.0;
+        QTest::newRow("Cyrillic after digits") << "7ж" << 7.0;
         QTest::newRow("overflow") << "1e999" << std::numeric_limits<double>::infinity();
         QTest::newRow("underflow") << "1e-999" << 0.0;
-        QTest::newRow("empty") << "" << 0.0;
-        QTest::newRow("Cyrillic after digits") << "7ж" << 7.0;
     }
     void numberFromText()
     {
         QFETCH(QString, text);
         QFETCH(double, number);
         QCOMPARE(localJson::numberFromText(w(text)), number);
-    }
-
-    void fatalStops_data()
-    {
-        QTest::addColumn<QString>("childCase");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("reader") << "parseResultNotNull"
-                                << "localInterpretatorUTF8::scanStringParseJson() result must be NULL!";
-        QTest::newRow("restore") << "restoreResultNotNull"
-                                 << "localValueDescription::fromJsonValueList() result must be NULL!";
-    }
-    void fatalStops()
-    {
-        QFETCH(QString, childCase);
-        QFETCH(QString, message);
-        const localTest::childResult result = localTest::runChild(childCase);
-        QCOMPARE(result.exitCode, 1);
-        QVERIFY2(QString::fromUtf8(result.output).contains(message), result.output.constData());
     }
 };
 
