@@ -25,27 +25,24 @@ std::u16string addressText(const void *address)
 
 // The sort keys of one column, computed once so that the quadratic walk
 // compares without building string forms again.
-struct sortKeys {
-    bool numeric = false;
-    std::vector<double> numbers;
-    std::vector<std::u16string> texts;
-
-    // True when row a should come after row b.
-    bool after(size_t a, size_t b, bool descending) const
-    {
-        if (numeric)
-            return descending ? numbers[a] < numbers[b] : numbers[a] > numbers[b];
-        const int order = texts[a].compare(texts[b]);
-        return descending ? order < 0 : order > 0;
+// The exchange walk over one column's keys: step forward while rows are in
+// order, swap a row with the one before it and step back while they are not.
+// `after(x, y)` is true when key x should come after key y. The keys move
+// with their rows.
+template <typename Key, typename After>
+void exchangeWalk(std::vector<localValueTable::row> &rows, std::vector<Key> &keys, After after)
+{
+    size_t i = 1;
+    while (i < rows.size()) {
+        if (i > 0 && after(keys[i - 1], keys[i])) {
+            rows[i - 1].swap(rows[i]);
+            std::swap(keys[i - 1], keys[i]);
+            --i;
+        } else {
+            ++i;
+        }
     }
-    void swap(size_t a, size_t b)
-    {
-        if (numeric)
-            std::swap(numbers[a], numbers[b]);
-        else
-            texts[a].swap(texts[b]);
-    }
-};
+}
 
 // --- methods of the language class ---
 
@@ -455,26 +452,26 @@ bool localValueTable::sort(localErrorType &status, const std::u16string &order, 
     if (column == 0)
         return true;
 
-    sortKeys keys;
-    keys.numeric = rows[0][column - 1].getType() == localValueTypeNUM;
-    if (keys.numeric) {
-        keys.numbers.reserve(rows.size());
+    // Rows compare strictly, so equal rows never swap. The key's kind and the
+    // direction are settled once, outside the quadratic walk.
+    if (rows[0][column - 1].getType() == localValueTypeNUM) {
+        std::vector<double> keys;
+        keys.reserve(rows.size());
         for (const row &cells : rows)
-            keys.numbers.push_back(cells[column - 1].localValueNumber);
+            keys.push_back(cells[column - 1].localValueNumber);
+        if (descending)
+            exchangeWalk(rows, keys, [](double x, double y) { return x < y; });
+        else
+            exchangeWalk(rows, keys, [](double x, double y) { return x > y; });
     } else {
-        keys.texts.reserve(rows.size());
+        std::vector<std::u16string> keys;
+        keys.reserve(rows.size());
         for (const row &cells : rows)
-            keys.texts.push_back(cells[column - 1].toString());
-    }
-    size_t i = 1;
-    while (i < rows.size()) {
-        if (i > 0 && keys.after(i - 1, i, descending)) {
-            rows[i - 1].swap(rows[i]);
-            keys.swap(i - 1, i);
-            --i;
-        } else {
-            ++i;
-        }
+            keys.push_back(cells[column - 1].toString());
+        if (descending)
+            exchangeWalk(rows, keys, [](const std::u16string &x, const std::u16string &y) { return x.compare(y) < 0; });
+        else
+            exchangeWalk(rows, keys, [](const std::u16string &x, const std::u16string &y) { return x.compare(y) > 0; });
     }
     answer = true;
     return true;
