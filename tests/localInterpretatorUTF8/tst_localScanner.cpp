@@ -104,8 +104,9 @@ private slots:
         QTest::newRow("string vs object") << "S = O" << false << 50 << -1 << "";
         QTest::newRow("unclosed string") << "\"abc" << false << 37 << -1 << "";
         // an intermediate text is appended to in place; a variable's never
-        QTest::newRow("texts joined on an intermediate") << "S + \"d\" + \"e\" + S" << true << 54 << STR
-                                                         << "abcdeabc";
+        const QString seventy(70, 'x');
+        QTest::newRow("texts joined on a long intermediate")
+            << QString("S + \"%1\" + \"d\" + S").arg(seventy) << true << 54 << STR << "abc" + seventy + "dabc";
         QTest::newRow("texts joined on a bracket") << "(S + \"x\") + S + (S)" << true << 54 << STR << "abcxabcabc";
         QTest::newRow("two strings side by side") << "\"a\" \"b\"" << true << 54 << STR << "a";
         // mixed kinds and logic
