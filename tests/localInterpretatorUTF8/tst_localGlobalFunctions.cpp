@@ -1,6 +1,6 @@
 // The global functions called from expressions: numbers, strings, values and
 // JSON, classes, system and interface; the order of argument checks; what
-// stands in the table and how a user function takes precedence.
+// stands in the table.
 #include "localLibraryTestSupport.h"
 
 #include "localGlobalFunctions.h"
@@ -12,15 +12,6 @@ using localTest::q;
 using localTest::run;
 
 namespace {
-
-bool answerSeven(localErrorType &status, localContextUTF8 *, void **, const std::u16string &, localValueVector *,
-                 localValueDescription **result)
-{
-    status = localErrorTypeOK;
-    *result = localValueNew();
-    (*result)->setVal(7);
-    return true;
-}
 
 bool answerGraphical(localErrorType &, localContextUTF8 *, localValueVector &, localValueDescription *result)
 {
@@ -65,25 +56,15 @@ private slots:
         QTest::newRow("int truncates toward zero") << "int(-1.9)" << "ЧИСЛО -1";
         QTest::newRow("цел") << "цел(1.9)" << "ЧИСЛО 1";
         QTest::newRow("int past 32 bits") << "int(3000000000)" << "ЧИСЛО -2147483648";
-        QTest::newRow("round half away from zero") << "round(2.5)" << "ЧИСЛО 3";
         QTest::newRow("round negative half") << "round(-2.5)" << "ЧИСЛО -3";
         QTest::newRow("round to decimals") << "round(1.2345, 2)" << "ЧИСЛО 1.2299999999999999822";
         QTest::newRow("round to hundreds") << "окр(1260, -2)" << "ЧИСЛО 1300";
         QTest::newRow("round decimals not a number") << "round(1.6, \"2\")" << "ЧИСЛО 2";
         QTest::newRow("round third accepted") << "round(1.26, 1, \"x\")" << "ЧИСЛО 1.3000000000000000444";
-        QTest::newRow("round four arguments") << "round(1, 1, 1, 1)" << "fail 31";
-        QTest::newRow("round of a string") << "round(\"1\")" << "fail 33";
-        QTest::newRow("sqrt") << "sqrt(16)" << "ЧИСЛО 4";
         QTest::newRow("sqrt of a negative") << "кореньквадратный(-1)" << "fail 32";
         QTest::newRow("sqrt of minus zero") << "sqrt(-0)" << "ЧИСЛО 0";
-        QTest::newRow("pi") << "pi()" << "ЧИСЛО 3.141592653589793116";
-        QTest::newRow("rand takes nothing") << "rand(1)" << "fail 31";
-        QTest::newRow("number reads the front") << "number(\"12abc\")" << "ЧИСЛО 12";
-        QTest::newRow("number trims") << "число(\"  3.5  \")" << "ЧИСЛО 3.5";
-        QTest::newRow("number of letters") << "number(\"abc\")" << "ЧИСЛО 0";
-        QTest::newRow("number of empty") << "number(\"\")" << "ЧИСЛО 0";
+        QTest::newRow("number reads the front") << "число(\" 12abc\")" << "ЧИСЛО 12";
         QTest::newRow("number of true") << "number(true)" << "ЧИСЛО 1";
-        QTest::newRow("number of false") << "number(false)" << "ЧИСЛО 0";
         QTest::newRow("number of an object") << "number(contextget())" << "fail 33";
     }
     void numbers() { checkExpression(); }
@@ -93,15 +74,12 @@ private slots:
         expressionColumns();
         QTest::newRow("max of numbers") << "max(1, 3, 2)" << "ЧИСЛО 3";
         QTest::newRow("min of numbers") << "мин(4, -1, 2)" << "ЧИСЛО -1";
-        QTest::newRow("one argument") << "макс(5)" << "ЧИСЛО 5";
         QTest::newRow("no arguments") << "max()" << "fail 31";
         QTest::newRow("mixed kinds") << "max(1, \"a\")" << "fail 33";
         QTest::newRow("mixed later") << "min(\"a\", \"b\", 3)" << "fail 33";
-        QTest::newRow("strings") << "max(\"a\", \"b\")" << "СТРОКА b";
         QTest::newRow("strings by code") << "max(\"a\", \"B\")" << "СТРОКА a";
         QTest::newRow("string prefix") << "min(\"ab\", \"a\")" << "СТРОКА a";
         QTest::newRow("booleans") << "max(false, true)" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("objects") << "max(contextget(), contextget())" << "fail 33";
     }
     void maxAndMin() { checkExpression(); }
 
@@ -118,42 +96,25 @@ private slots:
     void strings_data()
     {
         expressionColumns();
-        QTest::newRow("chr") << "chr(65)" << "СТРОКА A";
         QTest::newRow("chr low 16 bits") << "символ(65601)" << "СТРОКА A";
-        QTest::newRow("chr of a string") << "chr(\"A\")" << "fail 33";
-        QTest::newRow("string of a number") << "string(1.5)" << "СТРОКА 1.5";
         QTest::newRow("string of a boolean") << "строка(true)" << "СТРОКА ИСТИНА";
-        QTest::newRow("length of empty") << "stringlen(\"\")" << "ЧИСЛО 0";
         QTest::newRow("length counts units") << "строкадлина(\"абв\")" << "ЧИСЛО 3";
-        QTest::newRow("length of a number") << "stringlen(12)" << "fail 33";
         QTest::newRow("upper") << "upper(\"abcабвё1\")" << "СТРОКА ABCАБВЁ1";
-        QTest::newRow("stringtoupper") << "stringtoupper(\"xyz\")" << "СТРОКА XYZ";
-        QTest::newRow("врег") << "врег(\"я\")" << "СТРОКА Я";
         QTest::newRow("trim left") << "stringtriml(chr(9) + \" a \" + chr(10))" << "СТРОКА a \n";
         QTest::newRow("trim right") << "stringtrimr(\" a \" + chr(9))" << "СТРОКА  a";
         QTest::newRow("trim both") << "строкасокрлп(chr(10) + \" a b \" + chr(9))" << "СТРОКА a b";
-        QTest::newRow("trim keeps carriage return") << "stringlen(stringtrimall(chr(13) + \"a\"))" << "ЧИСЛО 2";
-        QTest::newRow("left beyond the length") << "stringpartleft(\"abc\", 5)" << "СТРОКА abc";
         QTest::newRow("left part") << "stringpartleft(\"abc\", 2)" << "СТРОКА ab";
-        QTest::newRow("left of none") << "stringpartleft(\"abc\", 0)" << "СТРОКА ";
         QTest::newRow("left negative is huge") << "строкачастьлевая(\"abc\", -1)" << "СТРОКА abc";
-        QTest::newRow("right of none") << "stringpartright(\"abc\", 0)" << "СТРОКА ";
         QTest::newRow("right part") << "stringpartright(\"abc\", 2)" << "СТРОКА bc";
-        QTest::newRow("right beyond the length") << "stringpartright(\"abc\", 9)" << "СТРОКА abc";
         QTest::newRow("right negative is huge") << "строкачастьправая(\"abc\", -1)" << "СТРОКА abc";
-        QTest::newRow("replace all") << "stringpartreplace(\"aaa\", \"a\", \"b\")" << "СТРОКА bbb";
         QTest::newRow("replace at most") << "stringpartreplace(\"aaa\", \"a\", \"b\", 2)" << "СТРОКА bba";
         QTest::newRow("replace 0 means all") << "stringpartreplace(\"aaa\", \"a\", \"b\", 0)" << "СТРОКА bbb";
         QTest::newRow("replacement not replaced") << "stringpartreplace(\"aa\", \"a\", \"aa\")" << "СТРОКА aaaa";
         QTest::newRow("replace longer pattern") << "строкачастьзаменить(\"abcabc\", \"bc\", \"-\")" << "СТРОКА a-a-";
         QTest::newRow("replace empty pattern") << "stringpartreplace(\"abc\", \"\", \"x\")" << "fail 32";
         QTest::newRow("replace negative count") << "stringpartreplace(\"abc\", \"a\", \"x\", -1)" << "fail 33";
-        QTest::newRow("replace count checked first") << "stringpartreplace(\"abc\", \"a\")" << "fail 31";
         QTest::newRow("replace kind before value") << "stringpartreplace(\"abc\", \"\", 1)" << "fail 33";
-        QTest::newRow("format number") << "format(1234.5, \"N10.2\")" << "СТРОКА    1234.50";
-        QTest::newRow("format zeros") << "формат(1, \"N(0)3\")" << "СТРОКА 001";
-        QTest::newRow("format too narrow") << "format(123456, \"N3\")" << "СТРОКА #FORMAT ERROR";
-        QTest::newRow("format empty word") << "format(2.5, \"\")" << "СТРОКА 2.5";
+        QTest::newRow("format number") << "формат(1234.5, \"N10.2\")" << "СТРОКА    1234.50";
         QTest::newRow("format json") << "format(\"[a/b]\", \"JSON\")" << "СТРОКА \\[a\\/b\\]";
         QTest::newRow("format json word exact") << "format(\"[a]\", \"json\")" << "СТРОКА [a]";
         QTest::newRow("format other string") << "format(\"[a]\", \"N5\")" << "СТРОКА [a]";
@@ -172,21 +133,14 @@ private slots:
         QTest::addColumn<QString>("partFind");
         QTest::newRow("no start") << "\"abcabc\", \"c\"" << "ЧИСЛО 3" << "ЧИСЛО 3";
         QTest::newRow("start 0") << "\"abcabc\", \"c\", 0" << "ЧИСЛО 3" << "ЧИСЛО 3";
-        QTest::newRow("start 1") << "\"abcabc\", \"c\", 1" << "ЧИСЛО 3" << "ЧИСЛО 3";
         QTest::newRow("start 3") << "\"abcabc\", \"c\", 3" << "ЧИСЛО 6" << "ЧИСЛО 3";
-        QTest::newRow("start 4") << "\"abcabc\", \"c\", 4" << "ЧИСЛО 6" << "ЧИСЛО 6";
         QTest::newRow("negative start") << "\"abc\", \"a\", -2" << "ЧИСЛО 1" << "fail 32";
         QTest::newRow("start at the end") << "\"abc\", \"c\", 3" << "ЧИСЛО 0" << "ЧИСЛО 3";
         QTest::newRow("start just past") << "\"abc\", \"c\", 4" << "ЧИСЛО 0" << "ЧИСЛО 0";
         QTest::newRow("start beyond") << "\"abc\", \"c\", 5" << "ЧИСЛО 0" << "fail 7";
-        QTest::newRow("not there") << "\"abc\", \"x\"" << "ЧИСЛО 0" << "ЧИСЛО 0";
-        QTest::newRow("longer needle") << "\"ab\", \"abc\"" << "ЧИСЛО 0" << "ЧИСЛО 0";
         QTest::newRow("empty needle") << "\"abc\", \"\"" << "ЧИСЛО 1" << "ЧИСЛО 1";
         QTest::newRow("empty text") << "\"\", \"\"" << "ЧИСЛО 0" << "ЧИСЛО 1";
-        QTest::newRow("cyrillic") << "\"мама\", \"ма\", 1" << "ЧИСЛО 3" << "ЧИСЛО 1";
         QTest::newRow("needle not a string") << "\"abc\", 1" << "fail 33" << "fail 33";
-        QTest::newRow("start not a number") << "\"abc\", \"a\", \"1\"" << "fail 33" << "fail 33";
-        QTest::newRow("one argument") << "\"abc\"" << "fail 31" << "fail 31";
     }
     void findAgainstStringPartFind()
     {
@@ -200,73 +154,42 @@ private slots:
     void values_data()
     {
         expressionColumns();
-        QTest::newRow("iif true") << "iif(true, 2, 3)" << "ЧИСЛО 2";
         QTest::newRow("iif false") << "iif(false, \"a\", \"b\")" << "СТРОКА b";
         QTest::newRow("iif of a number") << "iif(1, 2, 3)" << "fail 33";
-        QTest::newRow("iif two arguments") << "iif(true, 2)" << "fail 31";
-        QTest::newRow("empty string") << "isemptyvalue(\"\")" << "БУЛЕВО ИСТИНА";
         QTest::newRow("blank string") << "valueisempty(\" \" + chr(9))" << "БУЛЕВО ИСТИНА";
         QTest::newRow("text") << "этопустоезначение(\"a\")" << "БУЛЕВО ЛОЖЬ";
         QTest::newRow("zero") << "значениепустое(0)" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("number") << "isemptyvalue(-1)" << "БУЛЕВО ЛОЖЬ";
         QTest::newRow("false") << "isemptyvalue(false)" << "БУЛЕВО ИСТИНА";
         QTest::newRow("object") << "isemptyvalue(contextget())" << "БУЛЕВО ЛОЖЬ";
-        QTest::newRow("list is a list") << "isvaluelist(createobject(\"VALUELIST\"))" << "БУЛЕВО ИСТИНА";
         QTest::newRow("table is no list") << "этосписокзначений(createobject(\"VALUETABLE\"))" << "БУЛЕВО ЛОЖЬ";
-        QTest::newRow("number is no list") << "isvaluelist(1)" << "БУЛЕВО ЛОЖЬ";
         QTest::newRow("table is a table") << "isvaluetable(createobject(\"ТАБЛИЦАЗНАЧЕНИЙ\"))" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("class test counts") << "isvaluelist()" << "fail 31";
-        QTest::newRow("type of number") << "valuetypeasstring(1)" << "СТРОКА ЧИСЛО";
         QTest::newRow("type of boolean") << "значениетипполучитькакстрока(true)" << "СТРОКА БУЛЕВО";
-        QTest::newRow("type of list") << "valuetypeasstring(createobject(\"VALUELIST\"))" << "СТРОКА СПИСОКЗНАЧЕНИЙ";
         QTest::newRow("type of context") << "valuetypeasstring(contextget())" << "СТРОКА КОНТЕКСТ";
         QTest::newRow("json of a number") << "valuetojson(1)" << "СТРОКА {\"t\": \"NUM\",\"vP\": \"1\",\"v\": \"1\"}";
-        QTest::newRow("json of a string") << "значениевjson(\"a\")" << "СТРОКА {\"t\": \"STR\",\"vP\": \"a\",\"v\": \"a\"}";
-        QTest::newRow("string round trip") << "valuefromjson(valuetojson(\"x y\"))" << "СТРОКА x y";
-        QTest::newRow("number round trip") << "значениеизjson(valuetojson(2.5))" << "ЧИСЛО 2.5";
-        QTest::newRow("boolean comes back as 0") << "valuefromjson(valuetojson(true))" << "ЧИСЛО 0";
+        QTest::newRow("number round trip") << "значениеизjson(значениевjson(2.5))" << "ЧИСЛО 2.5";
         QTest::newRow("valuefromjson of bad text") << "valuefromjson(\"{\")" << "fail 34";
         QTest::newRow("valuefromjson of a number") << "valuefromjson(1)" << "fail 33";
         QTest::newRow("parsejson of bad text") << "parsejson(\"{\")" << "ЧИСЛО 0";
         QTest::newRow("parsejson of an array") << "разобратьjson(\"[1,2]\").SIZE()" << "ЧИСЛО 2";
-        QTest::newRow("parsejson of an object") << "parsejson(\"{}\").SIZE()" << "ЧИСЛО 0";
-        QTest::newRow("parsejson needs a string") << "parsejson(1)" << "fail 33";
     }
     void values() { checkExpression(); }
 
+    // The retired rows, unknown names, and the graphical rows without a screen.
     void notAnswered_data()
     {
         expressionColumns();
         QTest::newRow("userdir") << "userdir()" << "fail 27";
-        QTest::newRow("пользователькаталог") << "пользователькаталог()" << "fail 27";
-        QTest::newRow("valuetostring") << "valuetostring(1)" << "fail 27";
         QTest::newRow("значениевстроку") << "значениевстроку(1)" << "fail 27";
         QTest::newRow("___test") << "___test(1)" << "fail 27";
         QTest::newRow("unknown name") << "nosuchfunction()" << "fail 27";
         QTest::newRow("wait is no value") << "wait" << "fail 10";
-    }
-    void notAnswered() { checkExpression(); }
-
-    void graphicalRowsAnswerHeadless_data()
-    {
-        expressionColumns();
-        QTest::newRow("stringshow") << "stringshow(1)" << "fail 26";
-        QTest::newRow("строкапоказать") << "строкапоказать(1)" << "fail 26";
         QTest::newRow("filechoose") << "filechoose()" << "fail 26";
-        QTest::newRow("formopen") << "formopen(\"a.xml\")" << "fail 26";
         QTest::newRow("network") << "networkrequestexecsync(\"GET\", \"x\")" << "fail 26";
         QTest::newRow("picture part") << "pixmapasbase64partget(\"\", 0, 0)" << "fail 26";
         QTest::newRow("messagebox needs a string") << "messagebox(1)" << "fail 33";
         QTest::newRow("messagebox timeout kind") << "предупреждение(\"a\", \"b\")" << "fail 33";
     }
-    void graphicalRowsAnswerHeadless() { checkExpression(); }
-
-    void messageBoxHeadlessPrintsItsText()
-    {
-        localTest::coutCapture captured;
-        QCOMPARE(runPrinting("messagebox(\"привет\", 3)"), QString("ЧИСЛО 1"));
-        QCOMPARE(captured.text(), QString("привет\n"));
-    }
+    void notAnswered() { checkExpression(); }
 
     void registeredGraphicalHandlerServesBothNames()
     {
@@ -285,24 +208,18 @@ private slots:
         QTest::newRow("loaded at start") << "classload(\"valuelist\")" << "БУЛЕВО ИСТИНА";
         QTest::newRow("test class") << "классзагрузить(\"  ТЕСТ \")" << "БУЛЕВО ИСТИНА";
         QTest::newRow("test class is loaded") << "classloaded(\" test\")" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("date class") << "classload(\"Date\")" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("database not here yet") << "classload(\"DATABASE\")" << "fail 14";
         QTest::newRow("table document not here yet") << "classload(\"табличныйдокумент\")" << "fail 14";
-        QTest::newRow("1C client not here yet") << "classload(\"v77\")" << "fail 14";
-        QTest::newRow("unknown class") << "classload(\"NOSUCH\")" << "fail 14";
         QTest::newRow("name must be a string") << "classload(1)" << "fail 33";
         QTest::newRow("unknown not loaded") << "классзагружен(\"NOSUCH\")" << "БУЛЕВО ЛОЖЬ";
         QTest::newRow("display unknown") << "classdisplay(\"NOSUCH\")" << "fail 14";
         QTest::newRow("create by name") << "valuetypeasstring(createobject(\"ValueList\"))" << "СТРОКА СПИСОКЗНАЧЕНИЙ";
         QTest::newRow("create unknown") << "создатьобъект(\"NOSUCH\")" << "fail 14";
-        QTest::newRow("create needs a string") << "createobject(1)" << "fail 33";
         QTest::newRow("context's string form") << "stringpartleft(contextget().tostring(), 24)"
                                                 << "СТРОКА объект класса [КОНТЕКСТ]";
         QTest::newRow("context's tostring takes nothing") << "contextget().tostring(1)" << "fail 31";
         QTest::newRow("functions display mask kind") << "functionsdisplay(1)" << "fail 33";
         QTest::newRow("memory display takes nothing") << "memorydisplay(1)" << "fail 31";
         QTest::newRow("memory vars kinds") << "memorydisplayvars(\"A\", \"1\")" << "fail 33";
-        QTest::newRow("memory data kind") << "memorydisplaydata(\"1\")" << "fail 33";
     }
     void classes() { checkExpression(); }
 
@@ -326,29 +243,26 @@ private slots:
     {
         expressionColumns();
         QTest::newRow("iswindows") << "iswindows()" << "БУЛЕВО ЛОЖЬ";
-        QTest::newRow("red") << "color(\"red\")" << "ЧИСЛО 16711680";
         QTest::newRow("magenta") << "color(\"magenta\")" << "ЧИСЛО 16711935";
         QTest::newRow("any letter case") << "цвет(\"DARKRED\")" << "ЧИСЛО 8388608";
         QTest::newRow("russian name") << "цвет(\"тёмно-синий\")" << "ЧИСЛО 128";
-        QTest::newRow("gray") << "color(\"Серый\")" << "ЧИСЛО 10526884";
         QTest::newRow("unknown colour") << "color(\"nope\")" << "fail 32";
         QTest::newRow("colour by number") << "color(255)" << "fail 33";
         QTest::newRow("escape asked") << "sys(2001, \"ESCAPE\")" << "БУЛЕВО ЛОЖЬ";
         QTest::newRow("sys other code") << "sys(2000, \"ESCAPE\")" << "fail 32";
         QTest::newRow("sys other word") << "sys(2001, \"EXIT\")" << "fail 32";
-        QTest::newRow("sys word kind") << "sys(2001, 1)" << "fail 33";
         QTest::newRow("sys flag kind") << "sys(2001, \"ESCAPE\", 1)" << "fail 33";
         QTest::newRow("wait negative") << "wait(-1)" << "fail 32";
         QTest::newRow("ждать") << "ждать(0)" << "ЧИСЛО 1";
-        QTest::newRow("wait needs a number") << "wait(\"1\")" << "fail 33";
-        QTest::newRow("seconds take nothing") << "seconds20000101(1)" << "fail 31";
         QTest::newRow("message") << "сообщить(\"\")" << "ЧИСЛО 1";
     }
     void system() { checkExpression(); }
 
-    void escapeFlagBelongsToTheCallingContext()
+    // SYS's Esc flag and CONTEXTGET belong to the context that calls them.
+    void callingContext()
     {
         std::unique_ptr<localContextUTF8> context(new localContextUTF8(localTest::globalContext()));
+        QCOMPARE(localTest::evaluate("контекстполучить().tostring()", context.get()).text, q(context->toString()));
         QCOMPARE(localTest::outcomeLine(localTest::evaluate("sys(2001, \"escape\", true)", context.get())),
                  QString("БУЛЕВО ИСТИНА"));
         QVERIFY(context->interruptible);
@@ -376,30 +290,6 @@ private slots:
         QVERIFY2(QRegularExpression("^СТРОКА 20\\d{6}:\\d\\d:\\d\\d:\\d\\d$").match(stamp).hasMatch(), qPrintable(stamp));
     }
 
-    void contextGetIsTheCallingContext()
-    {
-        std::unique_ptr<localContextUTF8> context(new localContextUTF8(localTest::globalContext()));
-        localValueDescription *result = nullptr;
-        localErrorType status = localErrorTypeOK;
-        QVERIFY(localInterpretatorUTF8::evaluate(status, u"контекстполучить()", &result, context.get()));
-        QCOMPARE(result->localValueObject, static_cast<void *>(context.get()));
-        QCOMPARE(result->localValueClass, localContextUTF8::classDeclaration());
-        localValueRelease(result);
-    }
-
-    // Step 5 of the dispatch runs before the table: a function of the context
-    // (or of a parent) named like a built-in answers instead of it.
-    void userFunctionWinsOverBuiltIn()
-    {
-        std::unique_ptr<localContextUTF8> outer(new localContextUTF8(localTest::globalContext()));
-        std::unique_ptr<localContextUTF8> inner(new localContextUTF8(outer.get()));
-        outer->functionRegister(u"stringlen", answerSeven);
-        QCOMPARE(localTest::outcomeLine(localTest::evaluate("STRINGLEN(\"abc\")", inner.get())), QString("ЧИСЛО 7"));
-        QCOMPARE(localTest::outcomeLine(localTest::evaluate("строкадлина(\"abc\")", inner.get())),
-                 QString("ЧИСЛО 3"));
-        QCOMPARE(run("stringlen(\"abc\")"), QString("ЧИСЛО 3"));
-    }
-
     // Listings and the highlighter show the members in this order, each row
     // as its English then its Russian name.
     void contextMembersInDeclaredOrder()
@@ -412,17 +302,6 @@ private slots:
                                   "ABS", "INT", "ЦЕЛ", "ROUND", "ОКР"};
         QCOMPARE(names.mid(0, head.size()), head);
         QCOMPARE(names.last(), QString("TOSTRING"));
-        auto before = [&](const char *first, const char *second) {
-            return names.indexOf(first) >= 0 && names.indexOf(first) < names.indexOf(second);
-        };
-        QVERIFY(before("UPPER", "ВРЕГ"));
-        QVERIFY(before("ВРЕГ", "STRINGTOUPPER"));
-        QVERIFY(before("STRINGSHOW", "IIF"));
-        QVERIFY(before("VALUETYPEASSTRING", "VALUETOSTRING"));
-        QVERIFY(before("ЗНАЧЕНИЕВСТРОКУ", "VALUETOJSON"));
-        QVERIFY(before("CWD", "CLASSLOAD"));
-        QVERIFY(before("MODULELOAD", "ISWINDOWS"));
-        QVERIFY(before("FORMEDIT", "PIXMAPASBASE64FROMFILEGET"));
         QCOMPARE(names.count("СТРОКА"), 1);
         for (const localClassMember *member : members) {
             const QString name = q(member->name);
