@@ -300,6 +300,14 @@ localVariable *localContextUTF8::variableLookup(const std::u16string &name, cons
     return nullptr;
 }
 
+localVariable *localContextUTF8::bareVariable(const std::u16string &name, const std::u16string &nameUpper)
+{
+    bool value = false;
+    if (classDeclaration()->memberFind(name) != nullptr || isConstantName(nameUpper, value))
+        return nullptr;
+    return variableLookup(name, nameUpper);
+}
+
 localVariable *localContextUTF8::variableFind(const std::u16string &name, localContextUTF8 **foundIn)
 {
     return variableLookup(name, localInterpretatorUTF8::nameToUpper(name), foundIn);

@@ -78,6 +78,10 @@ public:
 
     // The class CONTEXT / КОНТЕКСТ, whose objects are contexts.
     static localClassDeclaration *classDeclaration();
+    // The variable that a bare name read in this context stands for, when the
+    // read is nothing but the variable: the name is no member of CONTEXT and
+    // no constant. Null otherwise, and then the read takes the class's way.
+    localVariable *bareVariable(const std::u16string &name, const std::u16string &nameUpper);
     // "объект класса [КОНТЕКСТ] по адресу [...]"
     std::u16string toString() const;
 

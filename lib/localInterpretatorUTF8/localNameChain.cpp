@@ -30,11 +30,6 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     if (context == nullptr && !onlyCheck)
         exit_FAILURE("localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete() context may be NULL only in "
                      "onlyCheck!");
-    *result = localValueNew();
-    // Not a table cell: the working value lives only for this call.
-    localValueDescription working;
-    if (!onlyCheck)
-        working.setObject(context, localContextUTF8::classDeclaration());
     // Lent for the call: a loop re-scans its names on every round.
     const localScratch<nameChainBuffers> buffers;
     localValueVector &arguments = buffers->arguments;
@@ -42,14 +37,38 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     // Made once here; methods and the variables of CONTEXT need no other.
     std::u16string &nameUpper = buffers->nameUpper;
     arguments.clear();
+
+    // A bare variable, the commonest operand, is answered at once: the
+    // reading through CONTEXT below would give the same cell and nothing
+    // else, since the cell and the working value it makes first are given
+    // back before anything could see them.
+    bool tokenRead = false;
+    if (!onlyCheck && position < text.size()) {
+        scanStringGetNameTokenInto(text, position, name, nameUpper);
+        tokenRead = true;
+        const bool linkFollows = position < text.size() && (text[position] == u'(' || text[position] == u'.');
+        localVariable *variable = name.empty() || linkFollows ? nullptr : context->bareVariable(name, nameUpper);
+        if (variable != nullptr) {
+            variable->value->linkCounterInc();
+            *result = variable->value;
+            return true;
+        }
+    }
+
+    *result = localValueNew();
+    // Not a table cell: the working value lives only for this call.
+    localValueDescription working;
+    if (!onlyCheck)
+        working.setObject(context, localContextUTF8::classDeclaration());
     auto fail = [&]() {
         localValueReleaseAll(arguments);
         localValueRelease(*result);
         return false;
     };
 
-    while (position < text.size()) {
-        scanStringGetNameTokenInto(text, position, name, nameUpper);
+    for (bool haveToken = tokenRead; haveToken || position < text.size(); haveToken = false) {
+        if (!haveToken)
+            scanStringGetNameTokenInto(text, position, name, nameUpper);
         if (name.empty()) {
             status = localErrorTypeSYNTAX;
             return fail();

@@ -23,6 +23,10 @@ localContextUTF8 *freshContext()
 {
     localContextUTF8 *context = new localContextUTF8(localTest::globalContext());
     context->variableSetNumber(u"X", 5);
+    // Named like a member of CONTEXT and like a constant: reading them is not
+    // reading the variables.
+    context->variableSetNumber(u"PI", 7);
+    context->variableSetNumber(u"TRUE", 9);
     localValueDescription text;
     text.setString(u"abc");
     context->variableSet(u"S", &text);
@@ -133,6 +137,9 @@ private slots:
         QTest::newRow("losing branch syntax checked") << "1 ? 2 : (" << false << 37 << -1 << "";
         // names
         QTest::newRow("variable any case") << "x * 2" << true << 54 << NUM << "10";
+        QTest::newRow("member name as written has no GET") << "PI" << false << 8 << -1 << "";
+        QTest::newRow("member name in lower case is the variable") << "pi + 1" << true << 54 << NUM << "8";
+        QTest::newRow("constant name hides the variable") << "true" << true << 54 << BOO << "ИСТИНА";
         QTest::newRow("unknown variable") << "Y" << false << 10 << -1 << "";
         QTest::newRow("member of a number") << "X.Y" << false << 51 << -1 << "";
         QTest::newRow("native call") << "F() + 1" << true << 54 << NUM << "8";
