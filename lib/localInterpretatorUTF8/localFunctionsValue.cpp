@@ -81,7 +81,10 @@ bool valueToJson(localErrorType &status, localContextUTF8 *, localValueVector &a
 {
     if (!oneValue(status, arguments))
         return false;
-    result->setString(localJson::valueToJson(*arguments[0]));
+    std::u16string text;
+    if (!localJson::valueToJsonAppend(status, text, *arguments[0]))
+        return false;
+    result->setString(std::move(text));
     return true;
 }
 

@@ -55,10 +55,46 @@ void appendQuoted(std::u16string &out, const std::u16string &text)
     out += u'"';
 }
 
-// The "v" of an object: what its class's TOJSON gives, as it stands, or else
-// its string form quoted.
-void objectValueAppend(std::u16string &out, const localValueDescription &value, const std::u16string &stringForm)
+constexpr int nestingLimit = 10000;
+
+// Counts the arrays and objects being read or written on this thread. Besides
+// the stack, the depth is bounded, so that a list that holds itself fails
+// soon and the depth a text may have does not hang on the thread's stack.
+class nestingGuard {
+public:
+    nestingGuard() { ++depth(); }
+    ~nestingGuard() { --depth(); }
+    nestingGuard(const nestingGuard &) = delete;
+    nestingGuard &operator=(const nestingGuard &) = delete;
+
+    // False with status 16 (stack) or `tooDeep` and a line saying so.
+    bool allowed(localErrorType &status, const char *where, localErrorType tooDeep) const
+    {
+        if (!localStackCheck(status, where))
+            return false;
+        if (depth() <= nestingLimit)
+            return true;
+        localDiag(u"JSON nested deeper than " + localNumberToWide(nestingLimit) + u" levels", true, where, __FILE__,
+                  __LINE__);
+        status = tooDeep;
+        return false;
+    }
+
+private:
+    static int &depth()
+    {
+        thread_local int current = 0;
+        return current;
+    }
+};
+
+// The "v" of an object: a value list's array; for other classes what their
+// TOJSON gives, as it stands, or else the string form quoted.
+bool objectValueAppend(localErrorType &status, std::u16string &out, const localValueDescription &value,
+                       const std::u16string &stringForm)
 {
+    if (const localValueList *list = localValueList::fromValue(&value))
+        return valueListToJson(status, *list, out);
     localClassDeclaration *declaration = value.localValueClass;
     const localClassMember *member = declaration != nullptr ? declaration->memberFind(u"TOJSON") : nullptr;
     if (member != nullptr && member->EXEC != nullptr) {
@@ -73,9 +109,10 @@ void objectValueAppend(std::u16string &out, const localValueDescription &value, 
             out += result->localValueString;
         localValueRelease(result);
         if (written)
-            return;
+            return true;
     }
     appendQuoted(out, stringForm);
+    return true;
 }
 
 // --- the general reader ---
@@ -152,40 +189,6 @@ std::u16string readString(const std::u16string &text, size_t &position)
 
 bool parseInto(localErrorType &status, const std::u16string &text, size_t &position, localValueList &list);
 
-constexpr int nestingLimit = 10000;
-
-// Counts the arrays and objects being read on this thread, by either reader.
-// Besides the stack, the depth is bounded because releasing a nested list or
-// table takes one cell per level for the destructor calls, which a deep
-// enough text would exhaust.
-class nestingGuard {
-public:
-    nestingGuard() { ++depth(); }
-    ~nestingGuard() { --depth(); }
-    nestingGuard(const nestingGuard &) = delete;
-    nestingGuard &operator=(const nestingGuard &) = delete;
-
-    // False with status 16 (stack) or 34 (too deep) and a line saying so.
-    bool allowed(localErrorType &status, const char *where) const
-    {
-        if (!localStackCheck(status, where))
-            return false;
-        if (depth() <= nestingLimit)
-            return true;
-        localDiag(u"JSON nested deeper than " + localNumberToWide(nestingLimit) + u" levels", true, where, __FILE__,
-                  __LINE__);
-        status = localErrorTypeJSONparse;
-        return false;
-    }
-
-private:
-    static int &depth()
-    {
-        thread_local int current = 0;
-        return current;
-    }
-};
-
 // One member's value at `position`, stored into `item`.
 bool parseValue(localErrorType &status, const std::u16string &text, size_t &position, localValueListItem &item)
 {
@@ -231,7 +234,7 @@ bool parseInto(localErrorType &status, const std::u16string &text, size_t &posit
 {
     // Arrays and objects nest through here.
     const nestingGuard guard;
-    if (!guard.allowed(status, "scanStringParseJson"))
+    if (!guard.allowed(status, "scanStringParseJson", localErrorTypeJSONparse))
         return false;
     localInterpretatorUTF8::scanStringSkipSpace(text, position);
     if (position >= text.size() || (text[position] != u'{' && text[position] != u'['))
@@ -362,7 +365,7 @@ bool tableMembers(localErrorType &status, const std::u16string &text, size_t &po
 {
     // Objects nest through here.
     const nestingGuard guard;
-    if (!guard.allowed(status, "scanStringGetValueTableFromJson"))
+    if (!guard.allowed(status, "scanStringGetValueTableFromJson", localErrorTypeJSONparse))
         return false;
     table.columnAdd(u"key");
     table.columnAdd(u"value");
@@ -463,7 +466,7 @@ std::u16string jsonEscape(const std::u16string &text)
     return out;
 }
 
-void valueToJsonAppend(std::u16string &out, const localValueDescription &value)
+bool valueToJsonAppend(localErrorType &status, std::u16string &out, const localValueDescription &value)
 {
     const int32_t type = value.getType();
     out += u"{\"t\": \"";
@@ -486,24 +489,32 @@ void valueToJsonAppend(std::u16string &out, const localValueDescription &value)
         out += value.localValueNumber > 0.0 ? u"\"true\"" : u"\"false\"";
         break;
     case localValueTypeOBJ:
-        objectValueAppend(out, value, stringForm);
+        if (!objectValueAppend(status, out, value, stringForm))
+            return false;
         break;
     default:
         break;
     }
     out += u'}';
+    return true;
 }
 
 std::u16string valueToJson(const localValueDescription &value)
 {
+    localErrorType status = localErrorTypeOK;
     std::u16string out;
-    valueToJsonAppend(out, value);
+    if (!valueToJsonAppend(status, out, value))
+        out.clear();
     return out;
 }
 
-std::u16string valueListToJson(const localValueList &list)
+bool valueListToJson(localErrorType &status, const localValueList &list, std::u16string &out)
 {
-    std::u16string out = u"[";
+    // Lists nest through here; a list that holds itself nests without end.
+    const nestingGuard guard;
+    if (!guard.allowed(status, "valueListToJson", localErrorTypePARAMvalue))
+        return false;
+    out += u"[";
     bool first = true;
     for (const localValueListItem &item : list.items) {
         out += u'\n';
@@ -513,10 +524,20 @@ std::u16string valueListToJson(const localValueList &list)
         out += u"{\"p\": \"";
         jsonEscapeAppend(out, item.presentation);
         out += u"\",\"v\": ";
-        valueToJsonAppend(out, item.value);
+        if (!valueToJsonAppend(status, out, item.value))
+            return false;
         out += u'}';
     }
     out += u"\n]";
+    return true;
+}
+
+std::u16string valueListToJson(const localValueList &list)
+{
+    localErrorType status = localErrorTypeOK;
+    std::u16string out;
+    if (!valueListToJson(status, list, out))
+        out.clear();
     return out;
 }
 

@@ -23,13 +23,18 @@ namespace localJson {
 std::u16string jsonEscape(const std::u16string &text);
 void jsonEscapeAppend(std::u16string &out, const std::u16string &text);
 
-// The typed record of a value: {"t": "NUM","vP": "1","v": "1"}.
+// The typed record of a value: {"t": "NUM","vP": "1","v": "1"}. Lists
+// nested deeper than the readers take (ten thousand levels), a list that
+// holds itself among them, fail with status 32, or 16 when the stack runs
+// short, after a line saying so; `out` then holds a part.
+bool valueToJsonAppend(localErrorType &status, std::u16string &out, const localValueDescription &value);
+// The same, giving the empty text on failure.
 std::u16string valueToJson(const localValueDescription &value);
-void valueToJsonAppend(std::u16string &out, const localValueDescription &value);
 
 // The array of a list's items: "[", then per item a line feed, a comma
 // before all but the first, {"p": "...","v": <typed record>}; then a line
-// feed and "]".
+// feed and "]". Fails as valueToJsonAppend.
+bool valueListToJson(localErrorType &status, const localValueList &list, std::u16string &out);
 std::u16string valueListToJson(const localValueList &list);
 
 // The general reader at `position` (moved past what it read). On success

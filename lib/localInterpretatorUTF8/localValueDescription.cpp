@@ -63,7 +63,9 @@ void localValueDescription::localValueCopy(localValueDescription *destination, c
     if (destination == source)
         return;
     copyAllButText(destination, source);
-    destination->localValueString = source->localValueString;
+    // Most values are numbers whose texts are both empty.
+    if (!destination->localValueString.empty() || !source->localValueString.empty())
+        destination->localValueString = source->localValueString;
     destination->objectLinkAdd();
 }
 
@@ -74,7 +76,8 @@ void localValueDescription::localValueCopyAndRelease(localValueDescription *dest
         copyAllButText(destination, source);
         // What text a free cell keeps is never read: a cell handed out again
         // starts empty.
-        destination->localValueString.swap(source->localValueString);
+        if (!destination->localValueString.empty() || !source->localValueString.empty())
+            destination->localValueString.swap(source->localValueString);
         destination->objectLinkAdd();
     } else {
         localValueCopy(destination, source);

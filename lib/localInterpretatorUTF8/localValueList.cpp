@@ -94,7 +94,10 @@ bool methodToJson(localErrorType &status, localValueList &list, localValueVector
 {
     if (!localArgCount(status, &arguments, 0))
         return false;
-    result->setString(list.toJson());
+    std::u16string text;
+    if (!localJson::valueListToJson(status, list, text))
+        return false;
+    result->setString(std::move(text));
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "localJson.h"
 
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <cmath>
 #include <limits>
@@ -443,43 +444,64 @@ private slots:
         QCOMPARE(lines[1], rest);
     }
 
-    // Both readers take ten thousand levels and refuse deeper text with
-    // status 34 and a line, giving every cell back; far deeper text once
-    // ran the table reader out of stack.
+    // The readers and the writer take ten thousand levels and refuse more
+    // with a status and a line, giving every cell back; far deeper text once
+    // ran the table reader out of stack. The work runs on a stack as large
+    // as korvel-cli gives the interpreter, so that the limit, not the
+    // stack, is what it meets.
     void nestingLimit_data()
     {
-        QTest::addColumn<bool>("table");
+        QTest::addColumn<QString>("work");
         QTest::addColumn<int>("depth");
         QTest::addColumn<int>("status");
-        QTest::newRow("list at the limit") << false << 10000 << 54;
-        QTest::newRow("list past the limit") << false << 10001 << 34;
-        QTest::newRow("table at the limit") << true << 10000 << 54;
-        QTest::newRow("table past the limit") << true << 10001 << 34;
-        QTest::newRow("table far past the limit") << true << 200000 << 34;
+        QTest::newRow("list reader at the limit") << "list" << 10000 << 54;
+        QTest::newRow("list reader past the limit") << "list" << 10001 << 34;
+        QTest::newRow("table reader at the limit") << "table" << 10000 << 54;
+        QTest::newRow("table reader far past the limit") << "table" << 200000 << 34;
+        QTest::newRow("writer at the limit") << "writer" << 10000 << 54;
+        QTest::newRow("writer past the limit") << "writer" << 10001 << 32;
     }
     void nestingLimit()
     {
-        QFETCH(bool, table);
+        QFETCH(QString, work);
         QFETCH(int, depth);
         QFETCH(int, status);
         const size_t cellsBefore = localMemoryManager::instance().getUsedCount();
         localTest::coutCapture capture;
-        localErrorType read = localErrorTypeOK;
-        size_t position = 0;
+        localErrorType answer = localErrorTypeOK;
         bool done = false;
-        if (table) {
-            const std::u16string text = w(QString("{\"a\": ").repeated(depth) + "\"x\"" + QString("}").repeated(depth));
-            localValueDescription holder;
-            localValueTable::newInCell(&holder);
-            done = localJson::scanStringGetValueTableFromJson(read, text, position, &holder);
-        } else {
-            const std::u16string text = w(QString("[").repeated(depth) + QString("]").repeated(depth));
-            localValueDescription *result = nullptr;
-            done = localJson::scanStringParseJson(read, text, position, &result);
-            localValueRelease(result);
-        }
+        QThread *thread = QThread::create([&] {
+            size_t position = 0;
+            if (work == "table") {
+                const std::u16string text = w(QString("{\"a\": ").repeated(depth) + "\"x\"" + QString("}").repeated(depth));
+                localValueDescription holder;
+                localValueTable::newInCell(&holder);
+                done = localJson::scanStringGetValueTableFromJson(answer, text, position, &holder);
+            } else if (work == "list") {
+                const std::u16string text = w(QString("[").repeated(depth) + QString("]").repeated(depth));
+                localValueDescription *result = nullptr;
+                done = localJson::scanStringParseJson(answer, text, position, &result);
+                localValueRelease(result);
+            } else {
+                localValueDescription *chain = localValueNew();
+                localValueList::newInCell(chain);
+                for (int level = 1; level < depth; ++level) {
+                    localValueDescription *outer = localValueNew();
+                    localValueList::newInCell(outer)->valueAdd(chain, u"");
+                    localValueRelease(chain);
+                    chain = outer;
+                }
+                std::u16string text;
+                done = localJson::valueToJsonAppend(answer, text, *chain);
+                localValueRelease(chain);
+            }
+        });
+        thread->setStackSize(64u * 1024 * 1024);
+        thread->start();
+        thread->wait();
+        delete thread;
         QCOMPARE(done, status == 54);
-        QCOMPARE(int(read), status);
+        QCOMPARE(int(answer), status);
         QCOMPARE(capture.text().contains("JSON nested deeper than 10000 levels"), status != 54);
         QCOMPARE(localMemoryManager::instance().getUsedCount(), cellsBefore);
     }
