@@ -26,20 +26,54 @@ void localValueDescription::linkCounterDrop()
         localMemoryManager::manager->cellFreed(this);
 }
 
+namespace {
+
+struct objectToDestroy {
+    void *object;
+    localClassDeclaration *declaration;
+};
+
+void objectDestroy(const objectToDestroy &doomed)
+{
+    localErrorType status = localErrorTypeOK;
+    localValueVector noArguments;
+    localValueDescription *result = nullptr;
+    doomed.declaration->methodExec(status, localContextUTF8::globalContext, doomed.object, u"~", &noArguments,
+                                   &result);
+    localValueRelease(result);
+}
+
+// Objects whose last link went while another object was being destroyed.
+// Destroying a list destroys the objects it holds; done on the spot, a chain
+// of lists nested a million deep would take a million nested calls, more
+// than the machine stack holds. So only the outermost destruction calls "~",
+// and takes the others from this list until it is empty.
+thread_local std::vector<objectToDestroy> objectsToDestroy;
+thread_local bool destroying = false;
+
+} // namespace
+
 void localValueDescription::objectLinkRelease()
 {
     if (localValueObject == nullptr || localValueClass == nullptr || localValueClass->localObjectLinkFunction == nullptr)
         return;
     void *object = localValueObject;
-    if (localValueClass->localObjectLinkFunction(&object, 0) <= 1) {
-        localErrorType status = localErrorTypeOK;
-        localValueVector noArguments;
-        localValueDescription *result = nullptr;
-        localValueClass->methodExec(status, localContextUTF8::globalContext, object, u"~", &noArguments, &result);
-        localValueRelease(result);
-    } else {
+    if (localValueClass->localObjectLinkFunction(&object, 0) > 1) {
         localValueClass->localObjectLinkFunction(&object, -1);
+        return;
     }
+    if (destroying) {
+        objectsToDestroy.push_back({object, localValueClass});
+        return;
+    }
+    destroying = true;
+    objectDestroy({object, localValueClass});
+    while (!objectsToDestroy.empty()) {
+        const objectToDestroy next = objectsToDestroy.back();
+        objectsToDestroy.pop_back();
+        objectDestroy(next);
+    }
+    destroying = false;
 }
 
 void localValueDescription::copyAllButText(localValueDescription *destination, const localValueDescription *source)
