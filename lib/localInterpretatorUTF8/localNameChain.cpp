@@ -38,28 +38,39 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     std::u16string &nameUpper = buffers->nameUpper;
     arguments.clear();
 
-    // A bare variable, the commonest operand, is answered at once: the
-    // reading through CONTEXT below would give the same cell and nothing
+    // A variable as the first link, the commonest operand, is read at once:
+    // the reading through CONTEXT below would give the same cell and nothing
     // else, since the cell and the working value it makes first are given
     // back before anything could see them.
     bool tokenRead = false;
+    localVariable *variable = nullptr;
     if (!onlyCheck && position < text.size()) {
         scanStringGetNameTokenInto(text, position, name, nameUpper);
         tokenRead = true;
-        const bool linkFollows = position < text.size() && (text[position] == u'(' || text[position] == u'.');
-        localVariable *variable = name.empty() || linkFollows ? nullptr : context->bareVariable(name, nameUpper);
-        if (variable != nullptr) {
-            variable->value->linkCounterInc();
-            *result = variable->value;
+        const bool called = position < text.size() && text[position] == u'(';
+        if (!name.empty() && !called)
+            variable = context->bareVariable(name, nameUpper);
+    }
+    const bool linkFollows = position < text.size() && text[position] == u'.';
+    if (variable != nullptr) {
+        variable->value->linkCounterInc();
+        *result = variable->value;
+        if (!linkFollows)
             return true;
-        }
+    } else {
+        *result = localValueNew();
     }
 
-    *result = localValueNew();
     // Not a table cell: the working value lives only for this call.
     localValueDescription working;
-    if (!onlyCheck)
+    if (variable != nullptr) {
+        // The chain goes on from the variable, as below after a link.
+        tokenRead = false;
+        ++position;
+        localValueDescription::localValueCopy(&working, *result);
+    } else if (!onlyCheck) {
         working.setObject(context, localContextUTF8::classDeclaration());
+    }
     auto fail = [&]() {
         localValueReleaseAll(arguments);
         localValueRelease(*result);

@@ -149,6 +149,7 @@ private slots:
         QTest::newRow("leading comma") << "MESSAGE(,1)" << false << 37 << -1 << "";
         QTest::newRow("unclosed arguments") << "MESSAGE(1" << false << 41 << -1 << "";
         QTest::newRow("context object string") << "TOSTRING() = TOSTRING()" << true << 54 << BOO << "ИСТИНА";
+        QTest::newRow("method through a variable") << "o.TOSTRING() = TOSTRING()" << true << 54 << BOO << "ИСТИНА";
         // syntax
         QTest::newRow("empty text") << "" << false << 37 << -1 << "";
         QTest::newRow("operand missing") << "1 +" << false << 37 << -1 << "";
