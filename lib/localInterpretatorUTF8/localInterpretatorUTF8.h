@@ -28,6 +28,18 @@ enum localOperatorType : int32_t {
 };
 enum localUnaryOperatorType : int32_t { localUnaryNONE = 0, localUnaryMINUS = 1, localUnaryNOT = 2 };
 
+// The characters of a name below 128 (digits, Latin letters and "_"): one
+// look-up per character.
+struct localAsciiNameTable {
+    bool allowed[128] = {};
+    constexpr localAsciiNameTable()
+    {
+        for (int c = 0; c < 128; ++c)
+            allowed[c] = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_';
+    }
+};
+inline constexpr localAsciiNameTable localAsciiNameChars{};
+
 class localInterpretatorUTF8 {
 public:
     static void scanStringSkipSpace(const std::u16string &text, size_t &position)
@@ -51,8 +63,9 @@ public:
     static const std::u16string &nameToUpperInto(const std::u16string &name, std::u16string &storage);
     static bool isNameChar(char16_t c)
     {
-        return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_'
-               || (c >= 0x0410 && c <= 0x044F) || c == 0x0401 || c == 0x0451;
+        if (c < 128)
+            return localAsciiNameChars.allowed[c];
+        return (c >= 0x0410 && c <= 0x044F) || c == 0x0401 || c == 0x0451;
     }
 
     static bool scanStringGetNumberTokenAndEvaluete(localErrorType &status, const std::u16string &text,

@@ -186,14 +186,18 @@ void localInterpretatorUTF8::scanStringGetNameTokenInto(const std::u16string &te
                                                         std::u16string &name, std::u16string &nameUpper)
 {
     scanStringSkipSpace(text, position);
-    const size_t start = position;
-    while (position < text.size() && isNameChar(text[position]))
-        ++position;
-    const size_t length = position - start;
+    const char16_t *from = text.data() + position;
+    const char16_t *end = text.data() + text.size();
+    const char16_t *after = from;
+    while (after < end && isNameChar(*after))
+        ++after;
+    const size_t length = size_t(after - from);
+    position += length;
     // Both buffers keep their capacity between calls: no allocation here.
-    name.resize(length);
-    nameUpper.resize(length);
-    const char16_t *from = text.data() + start;
+    if (name.size() != length)
+        name.resize(length);
+    if (nameUpper.size() != length)
+        nameUpper.resize(length);
     for (size_t i = 0; i < length; ++i) {
         name[i] = from[i];
         nameUpper[i] = upperOf(from[i]);
