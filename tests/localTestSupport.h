@@ -69,12 +69,13 @@ inline std::map<std::string, std::function<void()>> &childCases()
     return cases;
 }
 
-inline childResult runChild(const QString &caseName)
+inline childResult runChild(const QString &caseName, const QString &workingDirectory = QString())
 {
     QProcess child;
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.insert("KORVEL_CHILD_CASE", caseName);
     child.setProcessEnvironment(env);
+    child.setWorkingDirectory(workingDirectory);
     child.setProcessChannelMode(QProcess::MergedChannels);
     child.start(QCoreApplication::applicationFilePath(), QStringList());
     child.waitForFinished(60000);
