@@ -76,16 +76,14 @@ struct compiled {
 
 compiled compile(const QString &text, localExecuteFunction execute = nullptr)
 {
-    std::ostringstream captured;
-    std::streambuf *old = std::cout.rdbuf(captured.rdbuf());
+    localTest::coutCapture captured;
     localOperatorCompiled program(execute);
     localOperatorCompiled *pointer = &program;
     localErrorType status = localErrorTypeOK;
     size_t position = 0;
     const std::u16string wide = w(text);
     const bool done = textCompile(status, wide, position, &pointer);
-    std::cout.rdbuf(old);
-    return {done, int(status), int(position), dump(program), QString::fromStdString(captured.str())};
+    return {done, int(status), int(position), dump(program), captured.text()};
 }
 
 bool otherExecute(localErrorType &, localContextUTF8 *, const localOperatorCompiled *, localValueVector *,
@@ -116,6 +114,7 @@ private slots:
     void initTestCase() { localTest::globalContext(); }
 
     // Texts that compile: the tree they give. Every program ends with ret(1).
+    // What the programs of the suite show by running is not repeated here.
     void shape_data()
     {
         QTest::addColumn<QString>("text");
@@ -127,41 +126,21 @@ private slots:
         QTest::newRow("Russian VAR cut to four") << "ПЕРЕ x = 1;" << "{var X=1 ret(1)}";
         QTest::newRow("a call drops its value") << "f(1, 2);" << "{=f(1, 2) ret(1)}";
         QTest::newRow("a member chain compares") << "a.b = 1;" << "{=a.b = 1 ret(1)}";
-        QTest::newRow("print") << "? x + 1;" << "{?x + 1 ret(1)}";
         QTest::newRow("PRINT is an empty statement") << "PRINT; x = 1;" << "{X=1 ret(1)}";
-        QTest::newRow("break both languages") << "BREAK; прервать;" << "{break break ret(1)}";
-        QTest::newRow("return in brackets") << "RETURN x * 2;" << "{ret(x * 2) ret(1)}";
-        QTest::newRow("if only") << "IF a THEN x = 1; ENDIF;" << "{if[a]{X=1} ret(1)}";
         QTest::newRow("if elseif else")
             << "IF a THEN x = 1; ELSEIF b THEN x = 2; ELSE x = 3; ENDIF;"
             << "{if[a]{X=1}[b]{X=2}[]{X=3} ret(1)}";
-        QTest::newRow("Russian if")
-            << "ЕСЛИ а ТОГДА ? 1; ИНАЧЕЕСЛИ б ТОГДА ? 2; ИНАЧЕ ? 3; КОНЕЦЕСЛИ;"
-            << "{if[а]{?1}[б]{?2}[]{?3} ret(1)}";
         QTest::newRow("stray ENDDO reads as ELSEIF")
             << "IF a THEN ENDDO b THEN x = 1; ENDIF;" << "{if[a]{}[b]{X=1} ret(1)}";
         QTest::newRow("ENDFUNCTION in a branch reads as ELSEIF")
             << "IF a THEN ENDFUNCTION b THEN ENDIF;" << "{if[a]{ret(1.0)}[b]{} ret(1)}";
         QTest::newRow("while") << "WHILE x < 3 DO x = x + 1; ENDDO;" << "{while[(x < 3)]({X=x + 1}) ret(1)}";
-        QTest::newRow("empty loop body") << "WHILE x DO ENDDO;" << "{while[(x)]({}) ret(1)}";
         QTest::newRow("for expands to assignment, test and step")
             << "FOR i = 1 TO n DO ? i; ENDDO;" << "{I=1 while[I<=(n)]({?i} I=I+1) ret(1)}";
         QTest::newRow("for with blanks and expressions")
             << "for k=a+1 to b*2 do enddo;" << "{K=a+1 while[K<=(b*2)]({} K=K+1) ret(1)}";
-        QTest::newRow("Russian for")
-            << "ДЛЯ н = 1 ПО 3 ЦИКЛ ? н; КОНЕЦЦИКЛА;" << "{Н=1 while[Н<=(3)]({?н} Н=Н+1) ret(1)}";
         QTest::newRow("function with reference and VAR parameters")
             << "FUNCTION f(a, VAR b) RETURN a; ENDFUNCTION;" << "{fn F(A,var B){ret(a) ret(1.0)} ret(1)}";
-        QTest::newRow("procedure with no parameters returns 1")
-            << "PROCEDURE p() ENDPROCEDURE;" << "{fn P(){ret(1.0)} ret(1)}";
-        QTest::newRow("Russian procedure with cut VAR")
-            << "ПРОЦЕДУРА п(ПЕРЕМ х) КОНЕЦПРОЦЕДУРЫ;" << "{fn П(var Х){ret(1.0)} ret(1)}";
-        QTest::newRow("definition after use is no statement")
-            << "? f(1); FUNCTION f(a) RETURN a; ENDFUNCTION; ? 2;" << "{fn F(A){ret(a) ret(1.0)} ?f(1) ?2 ret(1)}";
-        QTest::newRow("function inside a function")
-            << "FUNCTION f() FUNCTION g() ENDFUNCTION; RETURN g(); ENDFUNCTION;"
-            << "{fn F(){fn G(){ret(1.0)} ret(g()) ret(1.0)} ret(1)}";
-        QTest::newRow("DO with a blank before ;") << "DO lib.prg ;" << "{cmd[DO lib.prg ] ret(1)}";
         QTest::newRow("cut command words") << "DISP MEMO;" << "{cmd[DISP MEMO] ret(1)}";
         QTest::newRow("a command no longer than its word leaves no record") << "HELP; x = 1;" << "{X=1 ret(1)}";
         QTest::newRow("comments between statements")
@@ -179,6 +158,7 @@ private slots:
     }
 
     // Texts that stop the compiler: the status, and the position it shows.
+    // The faults whose whole report a program of the suite prints are there.
     void fault_data()
     {
         QTest::addColumn<QString>("text");
@@ -186,7 +166,6 @@ private slots:
         QTest::addColumn<int>("status");
         QTest::addColumn<int>("position");
         // The position of a missing ";" is one before where the statement ended.
-        QTest::newRow("no ; at the end") << "? 1" << false << 42 << 2;
         QTest::newRow("no ; behind ENDIF") << "IF a THEN ? 1; ENDIF" << false << 42 << 19;
         QTest::newRow("no ; behind ENDDO") << "WHILE a DO ? 1; ENDDO x = 1;" << false << 42 << 20;
         QTest::newRow("blank before a call's bracket") << "f (1);" << false << 42 << 0;
@@ -194,11 +173,7 @@ private slots:
         QTest::newRow("Russian VAR cut to three") << "ПЕР x = 1;" << false << 37 << 4;
         QTest::newRow("VAR without =") << "VAR x;" << false << 37 << 5;
         QTest::newRow("VAR without a name") << "VAR = 1;" << false << 37 << 4;
-        QTest::newRow("CONTINUE is a plain name") << "CONTINUE;" << false << 37 << 8;
         QTest::newRow("no name") << "-x;" << false << 37 << 0;
-        QTest::newRow("value missing") << "x = ;" << false << 37 << 4;
-        QTest::newRow("THEN missing") << "IF a x = 1; ENDIF;" << false << 47 << 6;
-        QTest::newRow("ENDIF missing") << "IF a THEN x = 1;" << false << 45 << 16;
         QTest::newRow("= missing in FOR") << "FOR i 1 TO 3 DO ENDDO;" << false << 39 << 6;
         QTest::newRow("FOR without a name") << "FOR = 1 TO 3 DO ENDDO;" << false << 37 << 4;
         QTest::newRow("TO missing") << "FOR i = 1 UNTIL 3 DO ENDDO;" << false << 48 << 15;
@@ -209,7 +184,6 @@ private slots:
         QTest::newRow(", missing") << "FUNCTION f(a b) ENDFUNCTION;" << false << 40 << 13;
         QTest::newRow("empty parameter") << "FUNCTION f(a,) ENDFUNCTION;" << false << 16 << 13;
         QTest::newRow("ENDFUNCTION missing") << "FUNCTION f() RETURN 1;" << false << 46 << 22;
-        QTest::newRow("RETURN without value") << "RETURN;" << false << 15 << 6;
         QTest::newRow("bad expression in ?") << "? (1;" << false << 41 << 2;
         QTest::newRow("bad expression in a condition") << "IF (a THEN ENDIF;" << false << 41 << 6;
         QTest::newRow("DO without a name") << "DO" << false << 37 << 2;
@@ -217,7 +191,6 @@ private slots:
         QTest::newRow("stray ENDIF") << "x = 1; ENDIF;" << true << 4 << 12;
         QTest::newRow("stray ENDDO") << "КОНЕЦЦИКЛА;" << true << 2 << 10;
         // QUIT and EXIT end the compile at once.
-        QTest::newRow("QUIT") << "? 1; QUIT; ? 2;" << false << 5 << 9;
         QTest::newRow("EXIT inside a loop") << "WHILE 1 DO EXIT; ENDDO;" << false << 5 << 15;
     }
     void fault()
@@ -276,22 +249,16 @@ private slots:
 
     void nullBlock()
     {
-        std::ostringstream captured;
-        std::streambuf *old = std::cout.rdbuf(captured.rdbuf());
+        localTest::coutCapture captured;
         localErrorType status = localErrorTypeOK;
         size_t position = 0;
         localOperatorCompiled *nothing = nullptr;
-        const bool withNullRecord = textCompile(status, u"x = 1;", position, &nothing);
-        const int statusNullRecord = status;
-        status = localErrorTypeOK;
-        const bool withNullPointer = textCompile(status, u"x = 1;", position, nullptr);
-        std::cout.rdbuf(old);
-        QVERIFY(!withNullRecord);
-        QVERIFY(!withNullPointer);
-        QCOMPARE(statusNullRecord, 16);
+        QVERIFY(!textCompile(status, u"x = 1;", position, &nothing));
         QCOMPARE(int(status), 16);
-        QVERIFY(QString::fromStdString(captured.str())
-                    .startsWith("Для компиляции необходимо передавать уже инициализированный объект будущего влока"));
+        status = localErrorTypeOK;
+        QVERIFY(!textCompile(status, u"x = 1;", position, nullptr));
+        QCOMPARE(int(status), 16);
+        QVERIFY(captured.text().startsWith("Для компиляции необходимо передавать уже инициализированный объект будущего влока"));
     }
 
     // Nesting deeper than the machine stack allows stops the compile with a
@@ -310,14 +277,10 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("output");
-        QTest::newRow("RETURN without value")
-            << "RETURN ;" << "Внимание!!! Команда RETURN (ВОЗВРАТ) должна ВСЕГДА иметь возвращаемое значение! func: ";
         QTest::newRow("empty parameter") << "FUNCTION f(,) ENDFUNCTION;" << " Ошибка считывания аргумента !!!  func: ";
         QTest::newRow("bad immediate statement")
             << "DISPLAY NOTHING;" << " Ошибка компиляции запрограммированной команды (оператора) !!!  func: ";
         QTest::newRow("bad print") << "? ;" << "ERROR!!! func: ";
-        QTest::newRow("bad assignment: rest of line and status text")
-            << "x = 1 +;\ny = 2;" << ";\nСинтаксическая ошибка.\n";
     }
     void messages()
     {
