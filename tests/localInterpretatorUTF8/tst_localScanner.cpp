@@ -60,9 +60,7 @@ private slots:
         // precedence is the operator's number
         QTest::newRow("mul before add") << "2 + 3 * 4" << true << 54 << NUM << "14";
         QTest::newRow("minus loosest") << "10 - 3 + 2" << true << 54 << NUM << "5";
-        QTest::newRow("plus then minus") << "10 + 3 - 2" << true << 54 << NUM << "11";
         QTest::newRow("divide looser than multiply") << "8 / 2 * 2" << true << 54 << NUM << "2";
-        QTest::newRow("equal levels left first") << "2 * 3 * 4" << true << 54 << NUM << "24";
         QTest::newRow("comparison binds tighter than plus") << "X + 1 > 2" << false << 50 << -1 << "";
         QTest::newRow("brackets fix it") << "(X + 1) > 2" << true << 54 << BOO << "ИСТИНА";
         QTest::newRow("OR tighter than comparison") << "X > 1 OR X < 2" << false << 16 << -1 << "";
@@ -70,11 +68,9 @@ private slots:
         // prefixes
         QTest::newRow("prefix binds to first operand") << "-2 * 3" << true << 54 << NUM << "-6";
         QTest::newRow("prefix in the middle") << "2 * -3" << false << 37 << -1 << "";
-        QTest::newRow("subtraction in brackets") << "2 * (0 - 3)" << true << 54 << NUM << "-6";
         QTest::newRow("not on boolean") << "!FALSE" << true << 54 << BOO << "ИСТИНА";
         QTest::newRow("not on number") << "!1" << false << 50 << -1 << "";
         QTest::newRow("minus on string") << "-S" << false << 50 << -1 << "";
-        QTest::newRow("NOT word lower case") << "not TRUE" << true << 54 << BOO << "ЛОЖЬ";
         QTest::newRow("NOTES reads as NOT ES") << "NOTES" << true << 54 << BOO << "ЛОЖЬ";
         QTest::newRow("НЕ word") << "НЕ ЛОЖЬ" << true << 54 << BOO << "ИСТИНА";
         // numbers
@@ -87,25 +83,20 @@ private slots:
         QTest::newRow("16 digits round as a double") << "9007199254740993" << true << 54 << NUM << "9007199254740992";
         QTest::newRow("leading zeros") << "007 * 2" << true << 54 << NUM << "14";
         QTest::newRow("twenty digits of a third") << "1 / 3" << true << 54 << NUM << "0.33333333333333331483";
-        QTest::newRow("tenth keeps its tail") << "0.1" << true << 54 << NUM << "0.10000000000000000555";
         QTest::newRow("no exponent") << "1e5" << true << 54 << NUM << "1";
         QTest::newRow("division by zero") << "1 / 0" << false << 21 << -1 << "";
         // remainder on 64-bit truncation
         QTest::newRow("remainder truncates right") << "7 % 2.5" << true << 54 << NUM << "1";
         QTest::newRow("remainder truncates left") << "7.9 % 2" << true << 54 << NUM << "1";
         QTest::newRow("remainder sign of left") << "-7 % 2" << true << 54 << NUM << "-1";
-        QTest::newRow("remainder by zero") << "7 % 0" << false << 21 << -1 << "";
         QTest::newRow("remainder by a fraction") << "7 % 0.4" << false << 21 << -1 << "";
         // strings
         QTest::newRow("concatenation") << "\"a\" + \"b\"" << true << 54 << STR << "ab";
         QTest::newRow("single quotes") << "'it\"s'" << true << 54 << STR << "it\"s";
         QTest::newRow("string plus number") << "\"a\" + 1" << false << 50 << -1 << "";
         QTest::newRow("string minus string keeps status") << "\"a\" - \"b\"" << false << 54 << -1 << "";
-        QTest::newRow("string times string keeps status") << "\"a\" * \"b\"" << false << 54 << -1 << "";
         QTest::newRow("comparison by code") << "\"a\" < \"B\"" << true << 54 << BOO << "ЛОЖЬ";
         QTest::newRow("string equality") << "S = \"abc\"" << true << 54 << BOO << "ИСТИНА";
-        QTest::newRow("string inequality") << "S <> \"abc\"" << true << 54 << BOO << "ЛОЖЬ";
-        QTest::newRow("string vs object") << "S = O" << false << 50 << -1 << "";
         QTest::newRow("unclosed string") << "\"abc" << false << 37 << -1 << "";
         // an intermediate text is appended to in place; a variable's never
         const QString seventy(70, 'x');
@@ -115,8 +106,6 @@ private slots:
         QTest::newRow("two strings side by side") << "\"a\" \"b\"" << true << 54 << STR << "a";
         // mixed kinds and logic
         QTest::newRow("number equals string") << "1 = \"1\"" << false << 50 << -1 << "";
-        QTest::newRow("boolean equals number") << "TRUE = 1" << false << 50 << -1 << "";
-        QTest::newRow("AND of booleans") << "TRUE AND FALSE" << true << 54 << BOO << "ЛОЖЬ";
         QTest::newRow("OR of booleans") << "ИСТИНА ИЛИ ЛОЖЬ" << true << 54 << BOO << "ИСТИНА";
         QTest::newRow("И is AND") << "ИСТИНА И ЛОЖЬ" << true << 54 << BOO << "ЛОЖЬ";
         QTest::newRow("AND of numbers") << "1 AND 1" << false << 16 << -1 << "";
@@ -128,8 +117,6 @@ private slots:
         QTest::newRow("object on the right") << "1 = O" << false << 50 << -1 << "";
         // conditional
         QTest::newRow("conditional true") << "1 ? 2 : 3" << true << 54 << NUM << "2";
-        QTest::newRow("conditional false") << "0 ? 2 : 3" << true << 54 << NUM << "3";
-        QTest::newRow("string condition is false") << "\"a\" ? 2 : 3" << true << 54 << NUM << "3";
         QTest::newRow("negative condition is false") << "-1 ? 2 : 3" << true << 54 << NUM << "3";
         QTest::newRow("conditional on top operand") << "10 + 0 ? 1 : 2" << true << 54 << NUM << "12";
         QTest::newRow("missing colon") << "1 ? 2" << false << 38 << -1 << "";
@@ -146,7 +133,6 @@ private slots:
         QTest::newRow("unknown function") << "NOSUCH(1)" << false << 27 << -1 << "";
         QTest::newRow("arguments without comma") << "MESSAGE(1 2)" << false << 31 << -1 << "";
         QTest::newRow("trailing comma") << "MESSAGE(1,)" << false << 54 << -1 << "";
-        QTest::newRow("leading comma") << "MESSAGE(,1)" << false << 37 << -1 << "";
         QTest::newRow("unclosed arguments") << "MESSAGE(1" << false << 41 << -1 << "";
         QTest::newRow("context object string") << "TOSTRING() = TOSTRING()" << true << 54 << BOO << "ИСТИНА";
         QTest::newRow("method through a variable") << "o.TOSTRING() = TOSTRING()" << true << 54 << BOO << "ИСТИНА";
@@ -186,7 +172,6 @@ private slots:
         QTest::newRow("second string") << "\"a\" \"b\"" << 3;
         QTest::newRow("blank before bracket is a variable") << "X (1)" << 1;
         QTest::newRow("keyword behind") << "X > 1 THEN" << 5;
-        QTest::newRow("semicolon") << "1 + 2;" << 5;
     }
     void endPosition()
     {
@@ -254,17 +239,12 @@ private slots:
         QTest::newRow("less or equal") << " <= 1" << true << 12 << 3;
         QTest::newRow("not equal") << "<>" << true << 9 << 2;
         QTest::newRow("less") << "< 1" << true << 13 << 1;
-        QTest::newRow("greater or equal") << ">=" << true << 10 << 2;
-        QTest::newRow("greater") << "> 1" << true << 11 << 1;
-        QTest::newRow("or lower case") << "or" << true << 14 << 2;
         QTest::newRow("ORANGE reads OR") << "ORANGE" << true << 14 << 2;
         QTest::newRow("and") << "And" << true << 7 << 3;
         QTest::newRow("ИЛИ") << "или" << true << 14 << 3;
-        QTest::newRow("И alone") << "И " << true << 7 << 1;
         QTest::newRow("И then other letters") << "ИНАЧЕ" << true << 7 << 1;
         QTest::newRow("none moves only space") << "  THEN" << true << 0 << 2;
         QTest::newRow("unary minus") << "-1" << false << 1 << 1;
-        QTest::newRow("unary bang") << "!" << false << 2 << 1;
         QTest::newRow("unary not") << "Not x" << false << 2 << 3;
         QTest::newRow("unary НЕ") << "не" << false << 2 << 2;
         QTest::newRow("no unary") << "  x" << false << 0 << 2;
@@ -295,12 +275,9 @@ private slots:
     void unclosedStringPrintsItsLine()
     {
         std::unique_ptr<localContextUTF8> context(freshContext());
-        // The message goes to std::cout; capture it.
-        std::ostringstream captured;
-        std::streambuf *old = std::cout.rdbuf(captured.rdbuf());
+        localTest::coutCapture captured;
         evaluate("'abc", context.get());
-        std::cout.rdbuf(old);
-        QCOMPARE(QString::fromStdString(captured.str()),
+        QCOMPARE(captured.text(),
                  QString("ОШИБКА при сборке СТРОКОВОЙ костанты . Ожидается символ '''\n"));
     }
 };
