@@ -31,13 +31,14 @@ BENCHMARKS = [
 
 
 def run_once(command, gnu_time):
-    """Wall seconds, peak resident KB and the last line of the output.
+    """Wall seconds, processor seconds (user and system), peak resident KB and
+    the last line of the output.
 
     The peak comes from GNU time, which starts the program from a small
     process of its own: a child forked from this script would count this
     script's memory as its own until it execs."""
     start = time.perf_counter()
-    process = subprocess.run([gnu_time, "-f", "%M"] + command, cwd=HERE, stdout=subprocess.PIPE,
+    process = subprocess.run([gnu_time, "-f", "%U %S %M"] + command, cwd=HERE, stdout=subprocess.PIPE,
                              stderr=subprocess.PIPE)
     seconds = time.perf_counter() - start
     text = process.stdout.decode("utf-8", "replace")
@@ -46,7 +47,8 @@ def run_once(command, gnu_time):
         raise RuntimeError("%s exited with %d:\n%s%s" % (" ".join(command), process.returncode, text[-2000:],
                                                           "\n".join(errors[-20:])))
     lines = [line for line in text.splitlines() if line.strip()]
-    return seconds, int(errors[-1]), lines[-1] if lines else ""
+    user, system, kilobytes = errors[-1].split()
+    return seconds, float(user) + float(system), int(kilobytes), lines[-1] if lines else ""
 
 
 def machine():
@@ -91,14 +93,16 @@ def main():
     failed = False
     for name, note in chosen:
         times = {language: [] for language, _ in languages}
+        processor = {language: [] for language, _ in languages}
         memory = {language: [] for language, _ in languages}
         answers = {}
         # Alternate the three, so that a change of load on the machine
         # falls on all of them alike.
         for _ in range(arguments.runs):
             for language, command in languages:
-                seconds, kilobytes, answer = run_once(command(name), arguments.time)
+                seconds, cpu, kilobytes, answer = run_once(command(name), arguments.time)
                 times[language].append(seconds)
+                processor[language].append(cpu)
                 memory[language].append(kilobytes)
                 answers.setdefault(language, answer)
                 if answers[language] != answer:
@@ -110,6 +114,7 @@ def main():
                 print("  %-7s %s" % (language, answer), file=sys.stderr)
         rows.append((name, note,
                      {language: statistics.median(values) for language, values in times.items()},
+                     {language: statistics.median(values) for language, values in processor.items()},
                      {language: max(values) / 1024.0 for language, values in memory.items()}))
         print("%s done" % name, file=sys.stderr)
 
@@ -118,20 +123,21 @@ def main():
 
 
 def print_table(rows, markdown, runs):
-    header = ["benchmark", "Korvel s", "Python s", "Lua s", "K/P", "K/L", "Korvel MB", "Python MB", "Lua MB",
-              "K/P mem"]
+    # Ratios of wall time; beside them those of processor time, which other
+    # work on a shared machine disturbs less.
+    header = ["benchmark", "Korvel s", "Python s", "Lua s", "K/P", "K/L", "K/P cpu", "K/L cpu", "Korvel MB",
+              "Python MB", "Lua MB", "K/P mem"]
     lines = []
-    for name, note, seconds, megabytes in rows:
-        kp = seconds["korvel"] / seconds["python"]
-        kl = seconds["korvel"] / seconds["lua"]
+    for name, note, seconds, cpu, megabytes in rows:
         lines.append([name + (" (%s)" % note if note else ""),
                       "%.3f" % seconds["korvel"], "%.3f" % seconds["python"], "%.3f" % seconds["lua"],
-                      "%.2f" % kp, "%.2f" % kl,
+                      "%.2f" % (seconds["korvel"] / seconds["python"]), "%.2f" % (seconds["korvel"] / seconds["lua"]),
+                      "%.2f" % (cpu["korvel"] / cpu["python"]), "%.2f" % (cpu["korvel"] / max(cpu["lua"], 0.01)),
                       "%.1f" % megabytes["korvel"], "%.1f" % megabytes["python"], "%.1f" % megabytes["lua"],
                       "%.2f" % (megabytes["korvel"] / megabytes["python"])])
-    kp_mean = geometric_mean([r[2]["korvel"] / r[2]["python"] for r in rows])
-    kl_mean = geometric_mean([r[2]["korvel"] / r[2]["lua"] for r in rows])
-    lines.append(["geometric mean", "", "", "", "%.2f" % kp_mean, "%.2f" % kl_mean, "", "", "", ""])
+    means = [geometric_mean([r[column]["korvel"] / max(r[column][other], 0.01) for r in rows])
+             for column, other in [(2, "python"), (2, "lua"), (3, "python"), (3, "lua")]]
+    lines.append(["geometric mean", "", "", ""] + ["%.2f" % mean for mean in means] + ["", "", "", ""])
 
     stamp = datetime.datetime.now().strftime("%Y-%m-%d %H:%M")
     print("%s; %s; median of %d runs; load average %.2f" % (stamp, machine(), runs, os.getloadavg()[0]))
