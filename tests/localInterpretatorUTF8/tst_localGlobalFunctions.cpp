@@ -214,8 +214,8 @@ private slots:
         QTest::newRow("display unknown") << "classdisplay(\"NOSUCH\")" << "fail 14";
         QTest::newRow("create by name") << "valuetypeasstring(createobject(\"ValueList\"))" << "СТРОКА СПИСОКЗНАЧЕНИЙ";
         QTest::newRow("create unknown") << "создатьобъект(\"NOSUCH\")" << "fail 14";
-        QTest::newRow("context's string form") << "stringpartleft(contextget().tostring(), 24)"
-                                                << "СТРОКА объект класса [КОНТЕКСТ]";
+        QTest::newRow("context's string form") << "stringpartleft(contextget().tostring(), 38)"
+                                                << "СТРОКА объект класса [КОНТЕКСТ] по адресу [0x";
         QTest::newRow("context's tostring takes nothing") << "contextget().tostring(1)" << "fail 31";
         QTest::newRow("functions display mask kind") << "functionsdisplay(1)" << "fail 33";
         QTest::newRow("memory display takes nothing") << "memorydisplay(1)" << "fail 31";
