@@ -19,24 +19,10 @@ bool answerGraphical(localErrorType &, localContextUTF8 *, localValueVector &, l
     return true;
 }
 
-// Shared shape of the expression tables: text in, outcome line out.
-void expressionColumns()
-{
-    QTest::addColumn<QString>("expression");
-    QTest::addColumn<QString>("outcome");
-}
-
 // As localTest::run, but leaves std::cout alone for a capture of the caller.
 QString runPrinting(const QString &expression)
 {
     return localTest::outcomeLine(localTest::evaluate(expression, localTest::globalContext()));
-}
-
-void checkExpression()
-{
-    QFETCH(QString, expression);
-    QFETCH(QString, outcome);
-    QCOMPARE(run(expression), outcome);
 }
 
 } // namespace
@@ -46,9 +32,12 @@ class tst_localGlobalFunctions : public QObject {
 private slots:
     void initTestCase() { localTest::globalContext(); }
 
-    void numbers_data()
+    // Text in, outcome line out, for every group of functions.
+    void expressions_data()
     {
-        expressionColumns();
+        QTest::addColumn<QString>("expression");
+        QTest::addColumn<QString>("outcome");
+        // numbers
         QTest::newRow("abs") << "abs(-2.5)" << "ЧИСЛО 2.5";
         QTest::newRow("abs of a string") << "abs(\"1\")" << "fail 33";
         QTest::newRow("abs without argument") << "abs()" << "fail 31";
@@ -66,12 +55,7 @@ private slots:
         QTest::newRow("number reads the front") << "число(\" 12abc\")" << "ЧИСЛО 12";
         QTest::newRow("number of true") << "number(true)" << "ЧИСЛО 1";
         QTest::newRow("number of an object") << "number(contextget())" << "fail 33";
-    }
-    void numbers() { checkExpression(); }
-
-    void maxAndMin_data()
-    {
-        expressionColumns();
+        // MAX and MIN with numbers, strings and mixed kinds
         QTest::newRow("max of numbers") << "max(1, 3, 2)" << "ЧИСЛО 3";
         QTest::newRow("min of numbers") << "мин(4, -1, 2)" << "ЧИСЛО -1";
         QTest::newRow("no arguments") << "max()" << "fail 31";
@@ -80,22 +64,7 @@ private slots:
         QTest::newRow("strings by code") << "max(\"a\", \"B\")" << "СТРОКА a";
         QTest::newRow("string prefix") << "min(\"ab\", \"a\")" << "СТРОКА a";
         QTest::newRow("booleans") << "max(false, true)" << "БУЛЕВО ИСТИНА";
-    }
-    void maxAndMin() { checkExpression(); }
-
-    void randStaysInRange()
-    {
-        for (int i = 0; i < 200; ++i) {
-            const localTest::evaluation outcome = localTest::evaluate("rand()", localTest::globalContext());
-            QVERIFY(outcome.done);
-            const double value = outcome.text.toDouble();
-            QVERIFY2(value >= 0.0 && value <= 1.0, qPrintable(outcome.text));
-        }
-    }
-
-    void strings_data()
-    {
-        expressionColumns();
+        // strings
         QTest::newRow("chr low 16 bits") << "символ(65601)" << "СТРОКА A";
         QTest::newRow("string of a boolean") << "строка(true)" << "СТРОКА ИСТИНА";
         QTest::newRow("length counts units") << "строкадлина(\"абв\")" << "ЧИСЛО 3";
@@ -120,8 +89,82 @@ private slots:
         QTest::newRow("format other string") << "format(\"[a]\", \"N5\")" << "СТРОКА [a]";
         QTest::newRow("format boolean") << "format(true, \"JSON\")" << "СТРОКА ИСТИНА";
         QTest::newRow("format needs a string") << "format(1, 2)" << "fail 33";
+        // values and JSON
+        QTest::newRow("iif false") << "iif(false, \"a\", \"b\")" << "СТРОКА b";
+        QTest::newRow("iif of a number") << "iif(1, 2, 3)" << "fail 33";
+        QTest::newRow("blank string") << "valueisempty(\" \" + chr(9))" << "БУЛЕВО ИСТИНА";
+        QTest::newRow("text") << "этопустоезначение(\"a\")" << "БУЛЕВО ЛОЖЬ";
+        QTest::newRow("zero") << "значениепустое(0)" << "БУЛЕВО ИСТИНА";
+        QTest::newRow("false") << "isemptyvalue(false)" << "БУЛЕВО ИСТИНА";
+        QTest::newRow("object") << "isemptyvalue(contextget())" << "БУЛЕВО ЛОЖЬ";
+        QTest::newRow("table is no list") << "этосписокзначений(createobject(\"VALUETABLE\"))" << "БУЛЕВО ЛОЖЬ";
+        QTest::newRow("table is a table") << "isvaluetable(createobject(\"ТАБЛИЦАЗНАЧЕНИЙ\"))" << "БУЛЕВО ИСТИНА";
+        QTest::newRow("type of boolean") << "значениетипполучитькакстрока(true)" << "СТРОКА БУЛЕВО";
+        QTest::newRow("type of context") << "valuetypeasstring(contextget())" << "СТРОКА КОНТЕКСТ";
+        QTest::newRow("json of a number") << "valuetojson(1)" << "СТРОКА {\"t\": \"NUM\",\"vP\": \"1\",\"v\": \"1\"}";
+        QTest::newRow("number round trip") << "значениеизjson(значениевjson(2.5))" << "ЧИСЛО 2.5";
+        QTest::newRow("valuefromjson of bad text") << "valuefromjson(\"{\")" << "fail 34";
+        QTest::newRow("valuefromjson of a number") << "valuefromjson(1)" << "fail 33";
+        QTest::newRow("parsejson of bad text") << "parsejson(\"{\")" << "ЧИСЛО 0";
+        QTest::newRow("parsejson of an array") << "разобратьjson(\"[1,2]\").SIZE()" << "ЧИСЛО 2";
+        // the retired rows, unknown names, and the graphical rows without a screen
+        QTest::newRow("userdir") << "userdir()" << "fail 27";
+        QTest::newRow("значениевстроку") << "значениевстроку(1)" << "fail 27";
+        QTest::newRow("___test") << "___test(1)" << "fail 27";
+        QTest::newRow("unknown name") << "nosuchfunction()" << "fail 27";
+        QTest::newRow("wait is no value") << "wait" << "fail 10";
+        QTest::newRow("filechoose") << "filechoose()" << "fail 26";
+        QTest::newRow("network") << "networkrequestexecsync(\"GET\", \"x\")" << "fail 26";
+        QTest::newRow("picture part") << "pixmapasbase64partget(\"\", 0, 0)" << "fail 26";
+        QTest::newRow("messagebox needs a string") << "messagebox(1)" << "fail 33";
+        QTest::newRow("messagebox timeout kind") << "предупреждение(\"a\", \"b\")" << "fail 33";
+        // classes and listings
+        QTest::newRow("loaded at start") << "classload(\"valuelist\")" << "БУЛЕВО ИСТИНА";
+        QTest::newRow("test class") << "классзагрузить(\"  ТЕСТ \")" << "БУЛЕВО ИСТИНА";
+        QTest::newRow("test class is loaded") << "classloaded(\" test\")" << "БУЛЕВО ИСТИНА";
+        QTest::newRow("table document not here yet") << "classload(\"табличныйдокумент\")" << "fail 14";
+        QTest::newRow("name must be a string") << "classload(1)" << "fail 33";
+        QTest::newRow("unknown not loaded") << "классзагружен(\"NOSUCH\")" << "БУЛЕВО ЛОЖЬ";
+        QTest::newRow("display unknown") << "classdisplay(\"NOSUCH\")" << "fail 14";
+        QTest::newRow("create by name") << "valuetypeasstring(createobject(\"ValueList\"))" << "СТРОКА СПИСОКЗНАЧЕНИЙ";
+        QTest::newRow("create unknown") << "создатьобъект(\"NOSUCH\")" << "fail 14";
+        QTest::newRow("context's string form") << "stringpartleft(contextget().tostring(), 38)"
+                                                << "СТРОКА объект класса [КОНТЕКСТ] по адресу [0x";
+        QTest::newRow("context's tostring takes nothing") << "contextget().tostring(1)" << "fail 31";
+        QTest::newRow("functions display mask kind") << "functionsdisplay(1)" << "fail 33";
+        QTest::newRow("memory display takes nothing") << "memorydisplay(1)" << "fail 31";
+        QTest::newRow("memory vars kinds") << "memorydisplayvars(\"A\", \"1\")" << "fail 33";
+        // system
+        QTest::newRow("iswindows") << "iswindows()" << "БУЛЕВО ЛОЖЬ";
+        QTest::newRow("magenta") << "color(\"magenta\")" << "ЧИСЛО 16711935";
+        QTest::newRow("any letter case") << "цвет(\"DARKRED\")" << "ЧИСЛО 8388608";
+        QTest::newRow("russian name") << "цвет(\"тёмно-синий\")" << "ЧИСЛО 128";
+        QTest::newRow("unknown colour") << "color(\"nope\")" << "fail 32";
+        QTest::newRow("colour by number") << "color(255)" << "fail 33";
+        QTest::newRow("escape asked") << "sys(2001, \"ESCAPE\")" << "БУЛЕВО ЛОЖЬ";
+        QTest::newRow("sys other code") << "sys(2000, \"ESCAPE\")" << "fail 32";
+        QTest::newRow("sys other word") << "sys(2001, \"EXIT\")" << "fail 32";
+        QTest::newRow("sys flag kind") << "sys(2001, \"ESCAPE\", 1)" << "fail 33";
+        QTest::newRow("wait negative") << "wait(-1)" << "fail 32";
+        QTest::newRow("ждать") << "ждать(0)" << "ЧИСЛО 1";
+        QTest::newRow("message") << "сообщить(\"\")" << "ЧИСЛО 1";
     }
-    void strings() { checkExpression(); }
+    void expressions()
+    {
+        QFETCH(QString, expression);
+        QFETCH(QString, outcome);
+        QCOMPARE(run(expression), outcome);
+    }
+
+    void randStaysInRange()
+    {
+        for (int i = 0; i < 200; ++i) {
+            const localTest::evaluation outcome = localTest::evaluate("rand()", localTest::globalContext());
+            QVERIFY(outcome.done);
+            const double value = outcome.text.toDouble();
+            QVERIFY2(value >= 0.0 && value <= 1.0, qPrintable(outcome.text));
+        }
+    }
 
     // Both search with a position from 1 and answer 0 when nothing is found,
     // but their starts differ: FIND counts from 0 and forgives, STRINGPARTFIND
@@ -151,46 +194,6 @@ private slots:
         QCOMPARE(run("stringpartfind(" + arguments + ")"), partFind);
     }
 
-    void values_data()
-    {
-        expressionColumns();
-        QTest::newRow("iif false") << "iif(false, \"a\", \"b\")" << "СТРОКА b";
-        QTest::newRow("iif of a number") << "iif(1, 2, 3)" << "fail 33";
-        QTest::newRow("blank string") << "valueisempty(\" \" + chr(9))" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("text") << "этопустоезначение(\"a\")" << "БУЛЕВО ЛОЖЬ";
-        QTest::newRow("zero") << "значениепустое(0)" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("false") << "isemptyvalue(false)" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("object") << "isemptyvalue(contextget())" << "БУЛЕВО ЛОЖЬ";
-        QTest::newRow("table is no list") << "этосписокзначений(createobject(\"VALUETABLE\"))" << "БУЛЕВО ЛОЖЬ";
-        QTest::newRow("table is a table") << "isvaluetable(createobject(\"ТАБЛИЦАЗНАЧЕНИЙ\"))" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("type of boolean") << "значениетипполучитькакстрока(true)" << "СТРОКА БУЛЕВО";
-        QTest::newRow("type of context") << "valuetypeasstring(contextget())" << "СТРОКА КОНТЕКСТ";
-        QTest::newRow("json of a number") << "valuetojson(1)" << "СТРОКА {\"t\": \"NUM\",\"vP\": \"1\",\"v\": \"1\"}";
-        QTest::newRow("number round trip") << "значениеизjson(значениевjson(2.5))" << "ЧИСЛО 2.5";
-        QTest::newRow("valuefromjson of bad text") << "valuefromjson(\"{\")" << "fail 34";
-        QTest::newRow("valuefromjson of a number") << "valuefromjson(1)" << "fail 33";
-        QTest::newRow("parsejson of bad text") << "parsejson(\"{\")" << "ЧИСЛО 0";
-        QTest::newRow("parsejson of an array") << "разобратьjson(\"[1,2]\").SIZE()" << "ЧИСЛО 2";
-    }
-    void values() { checkExpression(); }
-
-    // The retired rows, unknown names, and the graphical rows without a screen.
-    void notAnswered_data()
-    {
-        expressionColumns();
-        QTest::newRow("userdir") << "userdir()" << "fail 27";
-        QTest::newRow("значениевстроку") << "значениевстроку(1)" << "fail 27";
-        QTest::newRow("___test") << "___test(1)" << "fail 27";
-        QTest::newRow("unknown name") << "nosuchfunction()" << "fail 27";
-        QTest::newRow("wait is no value") << "wait" << "fail 10";
-        QTest::newRow("filechoose") << "filechoose()" << "fail 26";
-        QTest::newRow("network") << "networkrequestexecsync(\"GET\", \"x\")" << "fail 26";
-        QTest::newRow("picture part") << "pixmapasbase64partget(\"\", 0, 0)" << "fail 26";
-        QTest::newRow("messagebox needs a string") << "messagebox(1)" << "fail 33";
-        QTest::newRow("messagebox timeout kind") << "предупреждение(\"a\", \"b\")" << "fail 33";
-    }
-    void notAnswered() { checkExpression(); }
-
     void registeredGraphicalHandlerServesBothNames()
     {
         localGlobalFunctionGraphicalSet(u"СТРОКАПОКАЗАТЬ", answerGraphical);
@@ -201,27 +204,6 @@ private slots:
         QCOMPARE(russian, QString("СТРОКА shown"));
         QCOMPARE(run("stringshow(1)"), QString("fail 26"));
     }
-
-    void classes_data()
-    {
-        expressionColumns();
-        QTest::newRow("loaded at start") << "classload(\"valuelist\")" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("test class") << "классзагрузить(\"  ТЕСТ \")" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("test class is loaded") << "classloaded(\" test\")" << "БУЛЕВО ИСТИНА";
-        QTest::newRow("table document not here yet") << "classload(\"табличныйдокумент\")" << "fail 14";
-        QTest::newRow("name must be a string") << "classload(1)" << "fail 33";
-        QTest::newRow("unknown not loaded") << "классзагружен(\"NOSUCH\")" << "БУЛЕВО ЛОЖЬ";
-        QTest::newRow("display unknown") << "classdisplay(\"NOSUCH\")" << "fail 14";
-        QTest::newRow("create by name") << "valuetypeasstring(createobject(\"ValueList\"))" << "СТРОКА СПИСОКЗНАЧЕНИЙ";
-        QTest::newRow("create unknown") << "создатьобъект(\"NOSUCH\")" << "fail 14";
-        QTest::newRow("context's string form") << "stringpartleft(contextget().tostring(), 38)"
-                                                << "СТРОКА объект класса [КОНТЕКСТ] по адресу [0x";
-        QTest::newRow("context's tostring takes nothing") << "contextget().tostring(1)" << "fail 31";
-        QTest::newRow("functions display mask kind") << "functionsdisplay(1)" << "fail 33";
-        QTest::newRow("memory display takes nothing") << "memorydisplay(1)" << "fail 31";
-        QTest::newRow("memory vars kinds") << "memorydisplayvars(\"A\", \"1\")" << "fail 33";
-    }
-    void classes() { checkExpression(); }
 
     void listingsPrint()
     {
@@ -238,25 +220,6 @@ private slots:
         QVERIFY(text.contains("all reserved 102400\n"));
         QVERIFY(!text.contains(" [num]  [addr]"));
     }
-
-    void system_data()
-    {
-        expressionColumns();
-        QTest::newRow("iswindows") << "iswindows()" << "БУЛЕВО ЛОЖЬ";
-        QTest::newRow("magenta") << "color(\"magenta\")" << "ЧИСЛО 16711935";
-        QTest::newRow("any letter case") << "цвет(\"DARKRED\")" << "ЧИСЛО 8388608";
-        QTest::newRow("russian name") << "цвет(\"тёмно-синий\")" << "ЧИСЛО 128";
-        QTest::newRow("unknown colour") << "color(\"nope\")" << "fail 32";
-        QTest::newRow("colour by number") << "color(255)" << "fail 33";
-        QTest::newRow("escape asked") << "sys(2001, \"ESCAPE\")" << "БУЛЕВО ЛОЖЬ";
-        QTest::newRow("sys other code") << "sys(2000, \"ESCAPE\")" << "fail 32";
-        QTest::newRow("sys other word") << "sys(2001, \"EXIT\")" << "fail 32";
-        QTest::newRow("sys flag kind") << "sys(2001, \"ESCAPE\", 1)" << "fail 33";
-        QTest::newRow("wait negative") << "wait(-1)" << "fail 32";
-        QTest::newRow("ждать") << "ждать(0)" << "ЧИСЛО 1";
-        QTest::newRow("message") << "сообщить(\"\")" << "ЧИСЛО 1";
-    }
-    void system() { checkExpression(); }
 
     // SYS's Esc flag and CONTEXTGET belong to the context that calls them.
     void callingContext()
