@@ -97,78 +97,60 @@ class tst_localProgram : public QObject {
 private slots:
     void initTestCase() { localTest::globalContext(); }
 
-    void execVerdict_data()
+    // The verdicts of textExec and of textLoad: a text to be included must end
+    // by returning 1, and only the compile's report is printed for it.
+    void verdict_data()
     {
+        QTest::addColumn<bool>("load");
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("done");
         QTest::addColumn<int>("status");
         QTest::addColumn<QString>("output");
-        QTest::newRow("empty text is a proper end") << "" << true << 54 << "";
-        QTest::newRow("running to the end") << "? 1;" << true << 54 << "1\n";
-        QTest::newRow("RETURN 1") << "RETURN 1; ? 2;" << true << 54 << "";
-        QTest::newRow("RETURN 2") << "RETURN 2;" << true << 59 << "";
-        QTest::newRow("RETURN TRUE is not a number") << "RETURN TRUE;" << true << 59 << "";
-        QTest::newRow("BREAK at the top") << "BREAK; ? 1;" << true << 59 << "";
-        QTest::newRow("empty loop body") << "? 1; WHILE 1 DO ENDDO; ? 2;" << false << 54 << "1\n";
-        QTest::newRow("QUIT: nothing runs") << "? 1; QUIT; ? 2;" << true << 5 << "";
-        QTest::newRow("stray closing word")
-            << "x = 1; ENDIF;" << false << 4
+        QTest::newRow("exec: empty text is a proper end") << false << "" << true << 54 << "";
+        QTest::newRow("exec: running to the end") << false << "? 1;" << true << 54 << "1\n";
+        QTest::newRow("exec: RETURN 1") << false << "RETURN 1; ? 2;" << true << 54 << "";
+        QTest::newRow("exec: RETURN 2") << false << "RETURN 2;" << true << 59 << "";
+        QTest::newRow("exec: RETURN TRUE is not a number") << false << "RETURN TRUE;" << true << 59 << "";
+        QTest::newRow("exec: BREAK at the top") << false << "BREAK; ? 1;" << true << 59 << "";
+        QTest::newRow("exec: empty loop body") << false << "? 1; WHILE 1 DO ENDDO; ? 2;" << false << 54 << "1\n";
+        QTest::newRow("exec: QUIT: nothing runs") << false << "? 1; QUIT; ? 2;" << true << 5 << "";
+        QTest::newRow("exec: stray closing word")
+            << false << "x = 1; ENDIF;" << false << 4
             << "x = 1; ENDIF;\nНепредвиденное использование зарезарвированного слова КонецЕсли (EndIf)\n"
                "line: 1 pos: 12 func: textExec\nchar: 59 func: textExec\n";
-        QTest::newRow("failing condition")
-            << "IF 1/0 THEN ENDIF;" << false << 21
+        QTest::newRow("exec: failing condition")
+            << false << "IF 1/0 THEN ENDIF;" << false << 21
             << ">> 1/0 func: ifRun\nERROR!!! Деление на 0! func: ifRun\nДеление на 0! func: textExec\n";
-        QTest::newRow("failing RETURN")
-            << "RETURN 1/0;" << false << 21
+        QTest::newRow("exec: failing RETURN")
+            << false << "RETURN 1/0;" << false << 21
             << "localCompiledOperatorTypeRENURN with expression [(1/0)ERROR!!! func: returnRun\n"
                "Деление на 0! func: textExec\n";
-        QTest::newRow("failing command")
-            << "DO \"no such file.prg\";" << false << 23
+        QTest::newRow("exec: failing command")
+            << false << "DO \"no such file.prg\";" << false << 23
             << "Error! Файл не найден. func: statementDo\nDO \"no such file.prg\"; func: commandRun\n"
                "Файл не найден.ERROR!!! func: commandRun\nФайл не найден. func: textExec\n";
-    }
-    void execVerdict()
-    {
-        QFETCH(QString, text);
-        QFETCH(bool, done);
-        QFETCH(int, status);
-        QFETCH(QString, output);
-        scratch here;
-        const outcome result = run(textExec, text, here.context);
-        QCOMPARE(result.output, output);
-        QCOMPARE(result.status, status);
-        QCOMPARE(result.done, done);
-    }
-
-    // A text to be included must end by returning 1; only the compile's
-    // report is printed.
-    void loadVerdict_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("done");
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QString>("output");
-        QTest::newRow("empty text") << "" << true << 54 << "";
-        QTest::newRow("definitions only") << "FUNCTION f() ENDFUNCTION;" << true << 54 << "";
-        QTest::newRow("RETURN 1") << "RETURN 1;" << true << 54 << "";
-        QTest::newRow("RETURN 2") << "RETURN 2;" << false << 58 << "";
-        QTest::newRow("BREAK at the top") << "BREAK;" << false << 56 << "";
-        QTest::newRow("QUIT") << "QUIT;" << false << 5 << "";
-        QTest::newRow("compile fault")
-            << "x = 1" << false << 42
+        QTest::newRow("load: empty text") << true << "" << true << 54 << "";
+        QTest::newRow("load: definitions only") << true << "FUNCTION f() ENDFUNCTION;" << true << 54 << "";
+        QTest::newRow("load: RETURN 1") << true << "RETURN 1;" << true << 54 << "";
+        QTest::newRow("load: RETURN 2") << true << "RETURN 2;" << false << 58 << "";
+        QTest::newRow("load: BREAK at the top") << true << "BREAK;" << false << 56 << "";
+        QTest::newRow("load: QUIT") << true << "QUIT;" << false << 5 << "";
+        QTest::newRow("load: compile fault")
+            << true << "x = 1" << false << 42
             << "x = 1\nСинтаксическая ошибка. Ожидается \";\"\nline: 1 pos: 4 func: textLoad\nchar: 49 func: textLoad\n";
-        QTest::newRow("run fault: the executor's lines only")
-            << "RETURN 1/0;" << false << 21
+        QTest::newRow("load: run fault: the executor's lines only")
+            << true << "RETURN 1/0;" << false << 21
             << "localCompiledOperatorTypeRENURN with expression [(1/0)ERROR!!! func: returnRun\n";
     }
-    void loadVerdict()
+    void verdict()
     {
+        QFETCH(bool, load);
         QFETCH(QString, text);
         QFETCH(bool, done);
         QFETCH(int, status);
         QFETCH(QString, output);
         scratch here;
-        const outcome result = run(textLoad, text, here.context);
+        const outcome result = run(load ? textLoad : textExec, text, here.context);
         QCOMPARE(result.output, output);
         QCOMPARE(result.status, status);
         QCOMPARE(result.done, done);
