@@ -143,14 +143,6 @@ private slots:
         directory.reset();
     }
 
-    void promptStartsTheLastLine()
-    {
-        consoleOpen();
-        QCOMPARE(lastLine(), prompt);
-        QCOMPARE(console->promptBusy, promptBusy);
-        QCOMPARE(console->promptBusy.size(), prompt.size());
-    }
-
     void promptCannotBeErased_data()
     {
         QTest::addColumn<int>("key");
