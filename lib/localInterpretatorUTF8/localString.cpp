@@ -231,12 +231,16 @@ struct numberFormat {
     char16_t groupSeparator = u' '; // a blank means no grouping
 };
 
+// A width or decimal count beyond this makes no field that a screen or a page
+// shows, only a text of a million blanks or zeros: such a format is bad.
+constexpr size_t formatFieldLimit = 100000;
+
+// Past the limit the number stops growing at one more than the limit.
 size_t readNumber(const std::u16string &format, size_t &pos)
 {
-    const size_t limit = 100000000; // far beyond any width that fits a screen
     size_t number = 0;
     for (; pos < format.size() && isDigit(format[pos]); ++pos)
-        number = std::min(limit, number * 10 + size_t(format[pos] - u'0'));
+        number = std::min(formatFieldLimit + 1, number * 10 + size_t(format[pos] - u'0'));
     return number;
 }
 
@@ -266,7 +270,7 @@ bool parseFormat(const std::u16string &format, numberFormat &parsed)
     }
     if (pos < format.size())
         parsed.groupSeparator = format[pos++];
-    return pos == format.size();
+    return pos == format.size() && parsed.width <= formatFieldLimit && parsed.decimals <= formatFieldLimit;
 }
 
 // Rounds half away from zero at `decimals`; a scale that overflows leaves the

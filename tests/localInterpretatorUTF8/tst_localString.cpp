@@ -380,6 +380,9 @@ private slots:
         QTest::newRow("error bracket open") << 1.0 << "N(0" << error;
         QTest::newRow("error ends at letter") << 1.0 << "N" << error;
         QTest::newRow("error text after separators") << 1.0 << "N10.2,.x" << error;
+        QTest::newRow("widest field") << 1.0 << "N(0)100000" << QString(99999, '0') + "1";
+        QTest::newRow("error field wider than the limit") << 1.0 << "N100001" << error;
+        QTest::newRow("error decimal count past any number") << 1.0 << "N3.99999999999999999999999" << error;
     }
     void formatNumber()
     {
