@@ -102,8 +102,12 @@ localVclQStringListGetItemDialog::localVclQStringListGetItemDialog(const QString
     setWindowTitle(title);
     list = new QListWidget();
     list->addItems(items);
+    // Without a start row the first item is current from the start, not
+    // only once the list happens to get the focus.
     if (startRow >= 0 && startRow < items.size())
         list->setCurrentRow(startRow);
+    else if (!items.isEmpty())
+        list->setCurrentRow(0);
     connect(list, &QListWidget::itemActivated, this, &QDialog::accept);
     QVBoxLayout *layout = new QVBoxLayout(this);
     layout->addWidget(list);
