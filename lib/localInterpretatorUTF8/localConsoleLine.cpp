@@ -70,10 +70,9 @@ void localConsoleLine::commandCleaMemo(const std::u16string &mask)
 {
     LOCAL_DIAG(u"");
     const std::u16string trimmed = localString::trim(mask);
-    std::vector<localVariable> &variables = context->variables;
-    for (size_t i = variables.size(); i-- > 0;)
-        if (maskHits(trimmed, variables[i].name))
-            variables.erase(variables.begin() + long(i)); // the cell keeps its link
+    for (size_t i = context->variables.size(); i-- > 0;)
+        if (maskHits(trimmed, context->variables[i].name))
+            context->variableForget(i); // the cell keeps its link
 }
 
 void localConsoleLine::displayMemory(const std::u16string &mask)

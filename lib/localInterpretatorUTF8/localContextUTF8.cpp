@@ -15,6 +15,7 @@
 
 localContextUTF8 *localContextUTF8::globalContext = nullptr;
 int64_t localContextUTF8::counterStaticTotal = 0;
+uint64_t localContextUTF8::variablesEpoch = 1;
 
 namespace {
 
@@ -246,6 +247,7 @@ localContextUTF8::~localContextUTF8()
 {
     for (localVariable &variable : variables)
         variable.value->linkCounterDec();
+    ++variablesEpoch;
     --counterStaticTotal;
     std::vector<const localContextUTF8 *> &live = liveContexts();
     if (!live.empty() && live.back() == this)
@@ -265,7 +267,7 @@ void localContextUTF8::init(localErrorType &status)
     interruptible = false;
     output = outputToCout;
     unusedWord = 0;
-    variables.clear();
+    variablesForget();
     classes.clear();
     if (globalContext != this)
         return;
@@ -280,7 +282,7 @@ void localContextUTF8::init(localErrorType &status)
         if (!classRegister(declaration))
             LOCAL_DIAG(u"Class [" + declaration->className + u"] registration fail! ");
     }
-    variables.clear();
+    variablesForget();
 }
 
 // --- variables -------------------------------------------------------------
@@ -300,12 +302,10 @@ localVariable *localContextUTF8::variableLookup(const std::u16string &name, cons
     return nullptr;
 }
 
-localVariable *localContextUTF8::bareVariable(const std::u16string &name, const std::u16string &nameUpper)
+bool localContextUTF8::mayBeVariable(const std::u16string &name, const std::u16string &nameUpper)
 {
     bool value = false;
-    if (classDeclaration()->memberFind(name) != nullptr || isConstantName(nameUpper, value))
-        return nullptr;
-    return variableLookup(name, nameUpper);
+    return classDeclaration()->memberFind(name) == nullptr && !isConstantName(nameUpper, value);
 }
 
 localVariable *localContextUTF8::variableFind(const std::u16string &name, localContextUTF8 **foundIn)
@@ -318,10 +318,37 @@ std::u16string localContextUTF8::variableNormalName(const std::u16string &name) 
     return caseSensitive ? name : localInterpretatorUTF8::nameToUpper(name);
 }
 
+localVariable *localContextUTF8::variableLookupFilling(const std::u16string &name, const std::u16string &nameUpper,
+                                                       localVariableCache &cache, localContextUTF8 **foundIn)
+{
+    localContextUTF8 *scope = nullptr;
+    localVariable *variable = variableLookup(name, nameUpper, &scope);
+    cache.from = this;
+    cache.scope = scope;
+    cache.index = variable != nullptr ? size_t(variable - scope->variables.data()) : 0;
+    cache.epoch = variablesEpoch;
+    if (foundIn != nullptr)
+        *foundIn = scope;
+    return variable;
+}
+
 localVariable *localContextUTF8::variableCreate(const std::u16string &name)
 {
     variables.push_back(localVariable{name, localValueNew()});
+    ++variablesEpoch;
     return &variables.back();
+}
+
+void localContextUTF8::variableForget(size_t index)
+{
+    variables.erase(variables.begin() + long(index));
+    ++variablesEpoch;
+}
+
+void localContextUTF8::variablesForget()
+{
+    variables.clear();
+    ++variablesEpoch;
 }
 
 bool localContextUTF8::variableSet(const std::u16string &name, const localValueDescription *value)

@@ -19,6 +19,16 @@ struct localVariable {
     localValueDescription *value = nullptr; // the variable's own link
 };
 
+// Where a lookup of one name from one context ended, kept by a reader that
+// looks the same name up again and again. It holds while no context has
+// made or lost a variable since: every such change moves the epoch.
+struct localVariableCache {
+    const localContextUTF8 *from = nullptr;
+    localContextUTF8 *scope = nullptr; // null: the name was found nowhere
+    size_t index = 0;
+    uint64_t epoch = 0;
+};
+
 struct localFunctionEntry {
     std::u16string name; // upper case
     localMethodFunction native = nullptr;
@@ -40,6 +50,8 @@ public:
 
     static localContextUTF8 *globalContext;
     static int64_t counterStaticTotal;
+    // Moves whenever any context makes or loses a variable, or ends; never 0.
+    static uint64_t variablesEpoch;
 
     localContextUTF8();
     explicit localContextUTF8(localContextUTF8 *parentContext);
@@ -52,9 +64,22 @@ public:
     // Through the chain; `nameUpper` is used in contexts that are not case sensitive.
     localVariable *variableLookup(const std::u16string &name, const std::u16string &nameUpper,
                                   localContextUTF8 **foundIn = nullptr);
+    // The same, answered from `cache` when nothing has changed since it was filled.
+    localVariable *variableLookup(const std::u16string &name, const std::u16string &nameUpper,
+                                  localVariableCache &cache, localContextUTF8 **foundIn = nullptr)
+    {
+        if (cache.from != this || cache.epoch != variablesEpoch)
+            return variableLookupFilling(name, nameUpper, cache, foundIn);
+        if (foundIn != nullptr)
+            *foundIn = cache.scope;
+        return cache.scope != nullptr ? &cache.scope->variables[cache.index] : nullptr;
+    }
     localVariable *variableFind(const std::u16string &name, localContextUTF8 **foundIn = nullptr);
     // Appends a variable with a new cell (number 0); no duplicate check.
     localVariable *variableCreate(const std::u16string &name);
+    // Takes variables out of the list; their cells keep the links they had.
+    void variableForget(size_t index);
+    void variablesForget();
     // The stored form of a new variable's name: upper case unless case sensitive.
     std::u16string variableNormalName(const std::u16string &name) const;
     bool variableSet(const std::u16string &name, const localValueDescription *value);
@@ -78,10 +103,11 @@ public:
 
     // The class CONTEXT / КОНТЕКСТ, whose objects are contexts.
     static localClassDeclaration *classDeclaration();
-    // The variable that a bare name read in this context stands for, when the
-    // read is nothing but the variable: the name is no member of CONTEXT and
-    // no constant. Null otherwise, and then the read takes the class's way.
-    localVariable *bareVariable(const std::u16string &name, const std::u16string &nameUpper);
+    // Whether a bare name, read in any context, is nothing but a variable
+    // when one of that name is found: the name is no member of CONTEXT and
+    // no constant. Otherwise the read takes the class's way. It depends on
+    // the name alone, so a reader may keep the answer.
+    static bool mayBeVariable(const std::u16string &name, const std::u16string &nameUpper);
     // "объект класса [КОНТЕКСТ] по адресу [...]"
     std::u16string toString() const;
 
@@ -95,6 +121,8 @@ private:
     std::unordered_map<std::u16string, size_t> functionIndex;
 
     void constructCommon(localContextUTF8 *parentContext);
+    localVariable *variableLookupFilling(const std::u16string &name, const std::u16string &nameUpper,
+                                         localVariableCache &cache, localContextUTF8 **foundIn);
     bool variableMatches(const localVariable &variable, const std::u16string &name,
                          const std::u16string &nameUpper) const
     {

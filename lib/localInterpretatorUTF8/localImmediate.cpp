@@ -176,7 +176,7 @@ bool statementClear(localErrorType &status, const std::u16string &text, size_t &
     }
     // The cells are not given back: they stay busy until the process ends.
     if (!onlyCheck)
-        context->variables.clear();
+        context->variablesForget();
     return true;
 }
 

@@ -6,6 +6,7 @@
 #define LOCALINTERPRETATORUTF8_H
 
 #include "localContextUTF8.h"
+#include "localExpressionForm.h"
 
 #include <string>
 
@@ -50,6 +51,16 @@ public:
         scanStringSkipSpaceAndComments(text, position);
     }
     static void scanStringSkipSpaceAndComments(const std::u16string &text, size_t &position);
+    // The same through the kept form of the text, when there is one.
+    static void scanStringSkipSpace(const std::u16string &text, size_t &position, localExpressionForm *form)
+    {
+        if (position < text.size() && text[position] > u' ' && text[position] != u'/')
+            return;
+        if (form != nullptr)
+            form->skipSpace(text, position);
+        else
+            scanStringSkipSpace(text, position);
+    }
     static std::u16string scanStringGetNameToken(const std::u16string &text, size_t &position);
     // The same into a buffer the caller keeps, which saves an allocation.
     static void scanStringGetNameTokenInto(const std::u16string &text, size_t &position, std::u16string &name);
@@ -68,16 +79,24 @@ public:
         return (c >= 0x0410 && c <= 0x044F) || c == 0x0401 || c == 0x0451;
     }
 
+    // A number token (an optional "-", digits, at most one "."); status 36
+    // when it has more than 16 characters.
+    static bool scanStringGetNumber(localErrorType &status, const std::u16string &text, size_t &position,
+                                    double &value);
+    // The text between the quote at `position` and the next one like it.
+    static bool scanStringGetStringLiteral(const std::u16string &text, size_t &position, std::u16string &literal);
     static bool scanStringGetNumberTokenAndEvaluete(localErrorType &status, const std::u16string &text,
                                                      size_t &position, localValueDescription **result);
     static bool scanStringGetStringTokenAndEvaluete(const std::u16string &text, size_t &position,
                                                      localValueDescription **result);
     static bool scanStringGetOperandAndEvaluete(localErrorType &status, const std::u16string &text,
                                                 size_t &position, localValueDescription **result,
-                                                localContextUTF8 *context, bool onlyCheck);
+                                                localContextUTF8 *context, bool onlyCheck,
+                                                localExpressionForm *form = nullptr);
     static bool scanStringGetExpressionAndEvaluete(localErrorType &status, const std::u16string &text,
                                                    size_t &position, localValueDescription **result,
-                                                   localContextUTF8 *context, bool onlyCheck);
+                                                   localContextUTF8 *context, bool onlyCheck,
+                                                localExpressionForm *form = nullptr);
     static int32_t scanStringGetUnaryOperator(const std::u16string &text, size_t &position);
     static int32_t scanStringGetBinaryOperator(const std::u16string &text, size_t &position);
     static bool binaryOperationByEnumEvaluate(localErrorType &status, localValueDescription *result,
@@ -88,9 +107,11 @@ public:
 
     static bool scanStringGetNameTokenAndEvaluete(localErrorType &status, const std::u16string &text,
                                                   size_t &position, localValueDescription **result,
-                                                  localContextUTF8 *context, bool onlyCheck);
+                                                  localContextUTF8 *context, bool onlyCheck,
+                                                  localExpressionForm *form = nullptr);
     static bool scanStringGetParameters(localErrorType &status, const std::u16string &text, size_t &position,
-                                        localValueVector &parameters, localContextUTF8 *context, bool onlyCheck);
+                                        localValueVector &parameters, localContextUTF8 *context, bool onlyCheck,
+                                        localExpressionForm *form = nullptr);
 
     static bool scanStringGetOperatorAndExec(localErrorType &status, const std::u16string &text, size_t &position,
                                              localContextUTF8 *context, bool onlyCheck);
@@ -105,9 +126,9 @@ public:
     static bool maskMatches(const std::u16string &mask, const std::u16string &name);
 
     // Evaluates a whole expression text; a convenience over the scanner for
-    // callers that hold a complete expression.
+    // callers that hold a complete expression, and its kept form if they have one.
     static bool evaluate(localErrorType &status, const std::u16string &text, localValueDescription **result,
-                         localContextUTF8 *context);
+                         localContextUTF8 *context, localExpressionForm *form = nullptr);
 };
 
 #endif

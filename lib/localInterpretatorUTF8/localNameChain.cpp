@@ -24,32 +24,63 @@ struct nameChainBuffers {
 
 bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &status, const std::u16string &text,
                                                                size_t &position, localValueDescription **result,
-                                                               localContextUTF8 *context, bool onlyCheck)
+                                                               localContextUTF8 *context, bool onlyCheck,
+                                                               localExpressionForm *form)
 {
     localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete()");
     if (context == nullptr && !onlyCheck)
         exit_FAILURE("localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete() context may be NULL only in "
                      "onlyCheck!");
-    // Lent for the call: a loop re-scans its names on every round.
-    const localScratch<nameChainBuffers> buffers;
-    localValueVector &arguments = buffers->arguments;
-    std::u16string &name = buffers->name;
-    // Made once here; methods and the variables of CONTEXT need no other.
-    std::u16string &nameUpper = buffers->nameUpper;
-    arguments.clear();
-
     // A variable as the first link, the commonest operand, is read at once:
     // the reading through CONTEXT below would give the same cell and nothing
     // else, since the cell and the working value it makes first are given
-    // back before anything could see them.
-    bool tokenRead = false;
+    // back before anything could see them. A name the form keeps is looked
+    // up through its own cache, and a plain variable is done with before
+    // anything else is set up.
+    const localExpressionForm::name *kept = nullptr;
     localVariable *variable = nullptr;
-    if (!onlyCheck && position < text.size()) {
-        scanStringGetNameTokenInto(text, position, name, nameUpper);
+    if (form != nullptr && !onlyCheck && position < text.size()) {
+        kept = &form->nameToken(text, position);
+        const bool called = position < text.size() && text[position] == u'(';
+        if (!kept->written.empty() && !called) {
+            if (kept->mayBeVariable < 0)
+                kept->mayBeVariable = localContextUTF8::mayBeVariable(kept->written, kept->upper) ? 1 : 0;
+            if (kept->mayBeVariable == 1)
+                variable = context->variableLookup(kept->written, kept->upper, kept->lookup);
+            if (variable != nullptr && (position >= text.size() || text[position] != u'.')) {
+                variable->value->linkCounterInc();
+                *result = variable->value;
+                return true;
+            }
+        }
+    }
+
+    // Lent for the call: a loop re-scans its names on every round.
+    const localScratch<nameChainBuffers> buffers;
+    localValueVector &arguments = buffers->arguments;
+    arguments.clear();
+    // The link's name as written and in upper case, made once here; methods
+    // and the variables of CONTEXT need no other. The form keeps them, or
+    // they are read into the buffers.
+    const std::u16string *name = kept != nullptr ? &kept->written : &buffers->name;
+    const std::u16string *nameUpper = kept != nullptr ? &kept->upper : &buffers->nameUpper;
+    auto readName = [&]() {
+        if (form == nullptr) {
+            scanStringGetNameTokenInto(text, position, buffers->name, buffers->nameUpper);
+            return;
+        }
+        kept = &form->nameToken(text, position);
+        name = &kept->written;
+        nameUpper = &kept->upper;
+    };
+
+    bool tokenRead = kept != nullptr;
+    if (form == nullptr && !onlyCheck && position < text.size()) {
+        readName();
         tokenRead = true;
         const bool called = position < text.size() && text[position] == u'(';
-        if (!name.empty() && !called)
-            variable = context->bareVariable(name, nameUpper);
+        if (!name->empty() && !called && localContextUTF8::mayBeVariable(*name, *nameUpper))
+            variable = context->variableLookup(*name, *nameUpper);
     }
     const bool linkFollows = position < text.size() && text[position] == u'.';
     if (variable != nullptr) {
@@ -79,15 +110,15 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
 
     for (bool haveToken = tokenRead; haveToken || position < text.size(); haveToken = false) {
         if (!haveToken)
-            scanStringGetNameTokenInto(text, position, name, nameUpper);
-        if (name.empty()) {
+            readName();
+        if (name->empty()) {
             status = localErrorTypeSYNTAX;
             return fail();
         }
         bool call = false;
         if (position < text.size() && text[position] == u'(') {
             ++position;
-            if (!scanStringGetParameters(status, text, position, arguments, context, onlyCheck))
+            if (!scanStringGetParameters(status, text, position, arguments, context, onlyCheck, form))
                 return fail();
             if (position >= text.size() || text[position] != u')') {
                 std::cout << localNarrow(u"ожидается  ')' в позиции ") << position << "\n" << std::flush;
@@ -104,7 +135,7 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
             if (working.type != localValueTypeOBJ) {
                 std::string out = localNarrow(u"ERROR в scanStringGetNameTokenAndEvaluete() value [");
                 out += localNarrow(working.toString()) + "] is not OBJECT to implement the method [";
-                out += localNarrow(name) + "] position: " + std::to_string(position) + "\n";
+                out += localNarrow(*name) + "] position: " + std::to_string(position) + "\n";
                 std::cout << out << std::flush;
                 status = localErrorTypeNOTobject;
                 return fail();
@@ -113,9 +144,9 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
                 exit_FAILURE("localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete() class declaration is empty!");
             localValueDescription *returned = nullptr;
             const bool done = call ? working.localValueClass->methodExecUpper(
-                                         status, context, working.localValueObject, nameUpper, &arguments, &returned)
+                                         status, context, working.localValueObject, *nameUpper, &arguments, &returned)
                                    : working.localValueClass->attrGet(status, context, working.localValueObject,
-                                                                      name, &nameUpper, &returned);
+                                                                      *name, nameUpper, &returned);
             localValueReleaseAll(arguments);
             if (!done) {
                 localValueRelease(returned);
@@ -139,13 +170,14 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
 
 bool localInterpretatorUTF8::scanStringGetParameters(localErrorType &status, const std::u16string &text,
                                                      size_t &position, localValueVector &parameters,
-                                                     localContextUTF8 *context, bool onlyCheck)
+                                                     localContextUTF8 *context, bool onlyCheck,
+                                                     localExpressionForm *form)
 {
     localValueReleaseAll(parameters);
     bool afterParameter = false;
     bool afterComma = false;
     for (;;) {
-        scanStringSkipSpace(text, position);
+        scanStringSkipSpace(text, position, form);
         if (position >= text.size())
             return true;
         const char16_t c = text[position];
@@ -165,7 +197,7 @@ bool localInterpretatorUTF8::scanStringGetParameters(localErrorType &status, con
             continue;
         }
         localValueDescription *parameter = nullptr;
-        if (!scanStringGetExpressionAndEvaluete(status, text, position, &parameter, context, onlyCheck))
+        if (!scanStringGetExpressionAndEvaluete(status, text, position, &parameter, context, onlyCheck, form))
             return false;
         parameters.push_back(parameter);
         afterParameter = true;

@@ -29,13 +29,15 @@ void writeLine(std::string &&line)
 // The evaluation of an assignment's text: as if the text stood in round
 // brackets, so anything the scan leaves behind is a missing ")". The bracket's
 // own copy of the value is left out; the callers copy or drop the value.
-bool evaluateBracketed(localErrorType &status, const std::u16string &expression, localContextUTF8 *context,
+bool evaluateBracketed(localErrorType &status, const localOperatorCompiled *record, localContextUTF8 *context,
                        localValueDescription **result)
 {
+    const std::u16string &expression = record->expression;
+    localExpressionForm *form = record->expressionForm();
     size_t position = 0;
-    if (!li::scanStringGetExpressionAndEvaluete(status, expression, position, result, context, false))
+    if (!li::scanStringGetExpressionAndEvaluete(status, expression, position, result, context, false, form))
         return false;
-    li::scanStringSkipSpace(expression, position);
+    li::scanStringSkipSpace(expression, position, form);
     if (position < expression.size()) {
         localValueRelease(*result);
         status = localErrorTypeSYNTAXcloseBracket;
@@ -101,7 +103,7 @@ bool functionBodyRun(localErrorType &status, localContextUTF8 *context, const lo
 bool expressionRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record,
                    localValueDescription **result)
 {
-    if (!evaluateBracketed(status, record->expression, context, result)) {
+    if (!evaluateBracketed(status, record, context, result)) {
         std::string out = "\n>> ";
         localNarrowAppend(out, record->name);
         out += '=';
@@ -119,7 +121,7 @@ bool expressionRun(localErrorType &status, localContextUTF8 *context, const loca
         return true;
     }
     localContextUTF8 *foundIn = nullptr;
-    localVariable *variable = context->variableLookup(record->name, record->name, &foundIn);
+    localVariable *variable = context->variableLookup(record->name, record->name, record->target, &foundIn);
     if (record->declares || variable == nullptr) {
         // VAR makes a local variable, hiding one of an outer context; a name
         // found nowhere is made here without any declaration.
@@ -142,7 +144,7 @@ bool ifRun(localErrorType &status, localContextUTF8 *context, const localOperato
     for (const localOperatorCompiled &branch : record->children) {
         if (!branch.expression.empty()) {
             localValueDescription *condition = nullptr;
-            if (!li::evaluate(status, branch.expression, &condition, context)) {
+            if (!li::evaluate(status, branch.expression, &condition, context, branch.expressionForm())) {
                 std::string out = ">> ";
                 localNarrowAppend(out, branch.expression);
                 out += LOCAL_DIAG_TAIL;
@@ -166,7 +168,7 @@ bool ifRun(localErrorType &status, localContextUTF8 *context, const localOperato
 bool printRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record)
 {
     localValueDescription *value = nullptr;
-    if (!li::evaluate(status, record->expression, &value, context)) {
+    if (!li::evaluate(status, record->expression, &value, context, record->expressionForm())) {
         std::string out = localNarrow(record->expression);
         out += LOCAL_DIAG_TAIL;
         out += "ERROR!!! ";
@@ -191,7 +193,7 @@ bool returnRun(localErrorType &status, localContextUTF8 *context, const localOpe
                localValueDescription **result)
 {
     localValueDescription *value = nullptr;
-    if (!li::evaluate(status, record->expression, &value, context)) {
+    if (!li::evaluate(status, record->expression, &value, context, record->expressionForm())) {
         std::string out = localNarrow(u"localCompiledOperatorTypeRENURN with expression [");
         localNarrowAppend(out, record->expression);
         out += "ERROR!!!";
@@ -222,7 +224,7 @@ bool whileRun(localErrorType &status, localContextUTF8 *context, const localOper
             return false;
         }
         localValueDescription *condition = nullptr;
-        if (!li::evaluate(status, record->expression, &condition, context)) {
+        if (!li::evaluate(status, record->expression, &condition, context, record->expressionForm())) {
             LOCAL_DIAG(u"ERROR!!!");
             return false;
         }

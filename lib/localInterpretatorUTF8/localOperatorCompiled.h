@@ -4,6 +4,7 @@
 #define LOCALOPERATORCOMPILED_H
 
 #include "localContextUTF8.h"
+#include "localExpressionForm.h"
 
 #include <memory>
 #include <string>
@@ -54,6 +55,15 @@ public:
     localExecuteFunction execute = nullptr;
     std::vector<localCompiledFunction> functions;
 
+    // What the scanner has read of `expression`, made at its first run and
+    // shared by copies of the record, whose text is the same.
+    localExpressionForm *expressionForm() const
+    {
+        if (form == nullptr)
+            form = std::make_shared<localExpressionForm>(expression);
+        return form.get();
+    }
+
     explicit localOperatorCompiled(localExecuteFunction executeFunction = nullptr);
     virtual ~localOperatorCompiled() = default;
     localOperatorCompiled(const localOperatorCompiled &) = default;
@@ -68,6 +78,12 @@ public:
 
     // Prints the record and what it holds, as program-like text, for debugging.
     void COUT(int indent = 0) const;
+
+    // Where the last lookup of `name`, the variable an assignment writes, ended.
+    mutable localVariableCache target;
+
+private:
+    mutable std::shared_ptr<localExpressionForm> form;
 };
 
 // Compiles `text` from `position` into the BLOCK `*block`.

@@ -80,6 +80,15 @@ double numberFromBuffer(const char *buffer, size_t count, bool pointSeen)
     return negative ? -double(whole) : double(whole);
 }
 
+// Moves past a string literal whose quote stands at `position`; false, at
+// the end of the text, when the closing quote is missing.
+bool closingQuote(const std::u16string &text, size_t &position)
+{
+    const size_t end = text.find(text[position], position + 1);
+    position = end == std::u16string::npos ? text.size() : end + 1;
+    return end != std::u16string::npos;
+}
+
 // Truncation towards zero that saturates instead of overflowing.
 int64_t truncateToInt64(double value)
 {
@@ -224,10 +233,9 @@ std::u16string localInterpretatorUTF8::nameToUpper(const std::u16string &name)
     return upper;
 }
 
-bool localInterpretatorUTF8::scanStringGetNumberTokenAndEvaluete(localErrorType &status, const std::u16string &text,
-                                                                  size_t &position, localValueDescription **result)
+bool localInterpretatorUTF8::scanStringGetNumber(localErrorType &status, const std::u16string &text, size_t &position,
+                                                  double &value)
 {
-    localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetNumberTokenAndEvaluete()");
     // Seventeen characters already fail, so the buffer never needs more.
     char buffer[20];
     size_t count = 0;
@@ -259,8 +267,29 @@ bool localInterpretatorUTF8::scanStringGetNumberTokenAndEvaluete(localErrorType 
         return false;
     }
     buffer[count] = 0;
+    value = numberFromBuffer(buffer, count, pointSeen);
+    return true;
+}
+
+bool localInterpretatorUTF8::scanStringGetNumberTokenAndEvaluete(localErrorType &status, const std::u16string &text,
+                                                                  size_t &position, localValueDescription **result)
+{
+    localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetNumberTokenAndEvaluete()");
+    double value = 0.0;
+    if (!scanStringGetNumber(status, text, position, value))
+        return false;
     *result = localValueNew();
-    (*result)->setVal(numberFromBuffer(buffer, count, pointSeen));
+    (*result)->setVal(value);
+    return true;
+}
+
+bool localInterpretatorUTF8::scanStringGetStringLiteral(const std::u16string &text, size_t &position,
+                                                        std::u16string &literal)
+{
+    const size_t start = position;
+    if (!closingQuote(text, position))
+        return false;
+    literal.assign(text, start + 1, position - start - 2);
     return true;
 }
 
@@ -268,37 +297,52 @@ bool localInterpretatorUTF8::scanStringGetStringTokenAndEvaluete(const std::u16s
                                                                   localValueDescription **result)
 {
     localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetStringTokenAndEvaluete()");
-    const char16_t delimiter = text[position];
-    const size_t end = text.find(delimiter, position + 1);
-    if (end == std::u16string::npos) {
-        position = text.size();
+    const size_t start = position;
+    if (!closingQuote(text, position))
         return false;
-    }
+    // Into the cell's own text, whose room stays from its last use.
     *result = localValueNew();
     (*result)->type = localValueTypeSTR;
-    (*result)->localValueString.assign(text, position + 1, end - position - 1);
-    position = end + 1;
+    (*result)->localValueString.assign(text, start + 1, position - start - 2);
     return true;
 }
 
 bool localInterpretatorUTF8::scanStringGetOperandAndEvaluete(localErrorType &status, const std::u16string &text,
                                                              size_t &position, localValueDescription **result,
-                                                             localContextUTF8 *context, bool onlyCheck)
+                                                             localContextUTF8 *context, bool onlyCheck,
+                                                             localExpressionForm *form)
 {
     localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetOperandAndEvaluete()");
     if (context == nullptr && !onlyCheck)
         contextNullStop("scanStringGetOperandAndEvaluete");
-    scanStringSkipSpace(text, position);
+    scanStringSkipSpace(text, position, form);
     if (position >= text.size()) {
         status = localErrorTypeSYNTAX;
         return false;
     }
     const char16_t c = text[position];
-    if (isDigit(c) || c == u'.')
-        return scanStringGetNumberTokenAndEvaluete(status, text, position, result);
+    if (isDigit(c) || c == u'.') {
+        if (form == nullptr)
+            return scanStringGetNumberTokenAndEvaluete(status, text, position, result);
+        double value = 0.0;
+        if (!form->number(text, position, value)) {
+            status = localErrorTypePRECISION;
+            return false;
+        }
+        *result = localValueNew();
+        (*result)->setVal(value);
+        return true;
+    }
     if (c == u'"' || c == u'\'') {
-        if (scanStringGetStringTokenAndEvaluete(text, position, result))
+        if (form == nullptr) {
+            if (scanStringGetStringTokenAndEvaluete(text, position, result))
+                return true;
+        } else if (const std::u16string *literal = form->stringLiteral(text, position)) {
+            *result = localValueNew();
+            (*result)->type = localValueTypeSTR;
+            (*result)->localValueString = *literal;
             return true;
+        }
         std::string out = localNarrow(u"ОШИБКА при сборке СТРОКОВОЙ костанты . Ожидается символ '");
         out += char(c);
         out += "'\n";
@@ -307,16 +351,16 @@ bool localInterpretatorUTF8::scanStringGetOperandAndEvaluete(localErrorType &sta
         return false;
     }
     if (c < 0x20 || c > 0x3F)
-        return scanStringGetNameTokenAndEvaluete(status, text, position, result, context, onlyCheck);
+        return scanStringGetNameTokenAndEvaluete(status, text, position, result, context, onlyCheck, form);
     if (c == u'(') {
         ++position;
         localValueDescription *inner = nullptr;
-        if (!scanStringGetExpressionAndEvaluete(status, text, position, &inner, context, onlyCheck))
+        if (!scanStringGetExpressionAndEvaluete(status, text, position, &inner, context, onlyCheck, form))
             return false;
         // A copy, so that a prefix or a reference parameter cannot reach a variable in brackets.
         *result = localValueNew();
         localValueDescription::localValueCopyAndRelease(*result, inner);
-        scanStringSkipSpace(text, position);
+        scanStringSkipSpace(text, position, form);
         if (position >= text.size() || text[position] != u')') {
             localValueRelease(*result);
             status = localErrorTypeSYNTAXcloseBracket;
@@ -417,7 +461,8 @@ int32_t localInterpretatorUTF8::scanStringGetBinaryOperator(const std::u16string
 
 bool localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(localErrorType &status, const std::u16string &text,
                                                                 size_t &position, localValueDescription **result,
-                                                                localContextUTF8 *context, bool onlyCheck)
+                                                                localContextUTF8 *context, bool onlyCheck,
+                                                                localExpressionForm *form)
 {
     localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetExpressionAndEvaluete()");
     if (context == nullptr && !onlyCheck)
@@ -426,9 +471,10 @@ bool localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(localErrorType &
     if (!localStackCheck(status, "scanStringGetExpressionAndEvaluete"))
         return false;
     evaluatorStacks stacks;
-    const int32_t unary = scanStringGetUnaryOperator(text, position);
+    const int32_t unary =
+        form != nullptr ? form->unaryOperator(text, position) : scanStringGetUnaryOperator(text, position);
     localValueDescription *operand = nullptr;
-    if (!scanStringGetOperandAndEvaluete(status, text, position, &operand, context, onlyCheck))
+    if (!scanStringGetOperandAndEvaluete(status, text, position, &operand, context, onlyCheck, form))
         return false;
     stacks.push(operand);
     // The prefix works on the operand's own cell: on a bare variable it
@@ -438,15 +484,15 @@ bool localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(localErrorType &
 
     for (;;) {
         const size_t remembered = position;
-        scanStringSkipSpace(text, position);
+        scanStringSkipSpace(text, position, form);
         if (position < text.size() && text[position] == u'?') {
             ++position;
             localValueDescription *&condition = stacks.operands[stacks.operandCount - 1];
             const bool taken = condition->isTrue();
             localValueDescription *first = nullptr;
-            if (!scanStringGetExpressionAndEvaluete(status, text, position, &first, context, onlyCheck || !taken))
+            if (!scanStringGetExpressionAndEvaluete(status, text, position, &first, context, onlyCheck || !taken, form))
                 return false;
-            scanStringSkipSpace(text, position);
+            scanStringSkipSpace(text, position, form);
             if (position >= text.size() || text[position] != u':') {
                 localValueRelease(first);
                 status = localErrorTypeSYNTAXcolon;
@@ -454,7 +500,7 @@ bool localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(localErrorType &
             }
             ++position;
             localValueDescription *second = nullptr;
-            if (!scanStringGetExpressionAndEvaluete(status, text, position, &second, context, onlyCheck || taken)) {
+            if (!scanStringGetExpressionAndEvaluete(status, text, position, &second, context, onlyCheck || taken, form)) {
                 localValueRelease(first);
                 return false;
             }
@@ -468,7 +514,8 @@ bool localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(localErrorType &
             }
             continue;
         }
-        const int32_t operation = scanStringGetBinaryOperator(text, position);
+        const int32_t operation =
+            form != nullptr ? form->binaryOperator(text, position) : scanStringGetBinaryOperator(text, position);
         if (operation == localOperatorNONE) {
             position = remembered;
             break;
@@ -477,7 +524,7 @@ bool localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(localErrorType &
             if (!reduceOnce(status, stacks, onlyCheck))
                 return false;
         localValueDescription *next = nullptr;
-        if (!scanStringGetOperandAndEvaluete(status, text, position, &next, context, onlyCheck))
+        if (!scanStringGetOperandAndEvaluete(status, text, position, &next, context, onlyCheck, form))
             return false;
         stacks.push(next);
         stacks.operators[stacks.operatorCount++] = operation;
@@ -625,8 +672,9 @@ bool localInterpretatorUTF8::unaryOperationByEnumEvaluate(localErrorType &status
 }
 
 bool localInterpretatorUTF8::evaluate(localErrorType &status, const std::u16string &text,
-                                      localValueDescription **result, localContextUTF8 *context)
+                                      localValueDescription **result, localContextUTF8 *context,
+                                      localExpressionForm *form)
 {
     size_t position = 0;
-    return scanStringGetExpressionAndEvaluete(status, text, position, result, context, false);
+    return scanStringGetExpressionAndEvaluete(status, text, position, result, context, false, form);
 }

@@ -7,11 +7,30 @@
 
 #include "localErrorType.h"
 
+#include <cstdint>
+
+// The lowest address the calling thread may reach and keep a safe reserve
+// below; worked out from the thread's attributes.
+uintptr_t localStackFloorOfThread();
+
 // True when the calling thread has less stack left than a safe reserve.
-bool localStackExhausted();
+// Every evaluation asks, so the question stays inline.
+inline bool localStackExhausted()
+{
+    static thread_local const uintptr_t floor = localStackFloorOfThread();
+    char here = 0;
+    // The address of a local escapes through the integer conversion only.
+    return uintptr_t(&here) < floor;
+}
+
+// Sets status 16 and prints one line naming `where`; answers false.
+bool localStackReport(localErrorType &status, const char *where);
 
 // Checks the stack; when it is exhausted, prints one line naming `where`,
 // sets status 16 and answers false.
-bool localStackCheck(localErrorType &status, const char *where);
+inline bool localStackCheck(localErrorType &status, const char *where)
+{
+    return !localStackExhausted() || localStackReport(status, where);
+}
 
 #endif

@@ -1,0 +1,74 @@
+#include "localExpressionForm.h"
+
+#include "localErrorType.h"
+#include "localInterpretatorUTF8.h"
+
+typedef localInterpretatorUTF8 li;
+
+localExpressionForm::localExpressionForm(const std::u16string &text) : answers(text.size() + 1) {}
+
+size_t localExpressionForm::skipSpaceReading(const std::u16string &text, size_t position)
+{
+    answer &at = answers[position];
+    li::scanStringSkipSpace(text, position);
+    at.skipEnd = int32_t(position);
+    return position;
+}
+
+int32_t localExpressionForm::unaryOperatorReading(const std::u16string &text, size_t &position)
+{
+    answer &at = answers[position];
+    at.unary = int8_t(li::scanStringGetUnaryOperator(text, position));
+    at.unaryEnd = int32_t(position);
+    return at.unary;
+}
+
+int32_t localExpressionForm::binaryOperatorReading(const std::u16string &text, size_t &position)
+{
+    answer &at = answers[position];
+    at.binary = int8_t(li::scanStringGetBinaryOperator(text, position));
+    at.binaryEnd = int32_t(position);
+    return at.binary;
+}
+
+const localExpressionForm::token *localExpressionForm::nameTokenReading(const std::u16string &text, size_t position)
+{
+    token &read = tokens.emplace_back();
+    answers[position].name = &read;
+    li::scanStringGetNameTokenInto(text, position, read.text.written, read.text.upper);
+    read.end = uint32_t(position);
+    return &read;
+}
+
+const localExpressionForm::token &localExpressionForm::literalAt(const std::u16string &text, size_t position,
+                                                                bool number)
+{
+    answer &at = answers[position];
+    if (at.literal != nullptr)
+        return *at.literal;
+    token &read = tokens.emplace_back();
+    at.literal = &read;
+    if (number) {
+        localErrorType status = localErrorTypeOK;
+        read.readable = li::scanStringGetNumber(status, text, position, read.number);
+    } else {
+        read.readable = li::scanStringGetStringLiteral(text, position, read.text.written);
+    }
+    read.end = uint32_t(position);
+    return read;
+}
+
+bool localExpressionForm::number(const std::u16string &text, size_t &position, double &value)
+{
+    const token &read = literalAt(text, position, true);
+    position = read.end;
+    value = read.number;
+    return read.readable;
+}
+
+const std::u16string *localExpressionForm::stringLiteral(const std::u16string &text, size_t &position)
+{
+    const token &read = literalAt(text, position, false);
+    position = read.end;
+    return read.readable ? &read.text.written : nullptr;
+}

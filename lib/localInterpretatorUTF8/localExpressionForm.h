@@ -1,0 +1,114 @@
+// What the scanner has read from one expression text, kept by position.
+//
+// An expression is evaluated by reading its text, and every read of the
+// scanner (blanks skipped, an operator, a number, a string, a name) depends
+// on nothing but the text and the position it starts from. A compiled
+// statement runs its text again and again, so each read is made once and
+// its answer kept here under its starting position: the next evaluation
+// finds the same answer without reading the characters again. The
+// evaluation itself, and so every value, status, message and cell, stays
+// what reading the text gives.
+//
+// A form belongs to one text and is handed that text with every read. It
+// fills itself as reads arrive, also while an evaluation of the same text is
+// under way further out (a recursive call): kept names never move, so the
+// references it hands out stay good for the form's lifetime.
+#ifndef LOCALEXPRESSIONFORM_H
+#define LOCALEXPRESSIONFORM_H
+
+#include "localContextUTF8.h"
+
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <vector>
+
+class localExpressionForm {
+public:
+    // A name as the scanner reads it: as written and in upper case.
+    struct name {
+        std::u16string written;
+        std::u16string upper;
+        // Whether a bare read of this name can be a variable, which the
+        // context decides once per name (-1: not asked yet).
+        mutable int8_t mayBeVariable = -1;
+        // Where its last lookup as a variable ended.
+        mutable localVariableCache lookup;
+    };
+
+    explicit localExpressionForm(const std::u16string &text);
+
+    // Each does what the scanner's routine of the same kind does at
+    // `position`, and leaves `position` where that routine would. Kept
+    // answers are given inline; the first read of a place goes to the text.
+    void skipSpace(const std::u16string &text, size_t &position)
+    {
+        const answer &at = answers[position];
+        position = at.skipEnd != unknown ? size_t(at.skipEnd) : skipSpaceReading(text, position);
+    }
+    int32_t unaryOperator(const std::u16string &text, size_t &position)
+    {
+        const answer &at = answers[position];
+        if (at.unaryEnd == unknown)
+            return unaryOperatorReading(text, position);
+        position = size_t(at.unaryEnd);
+        return at.unary;
+    }
+    int32_t binaryOperator(const std::u16string &text, size_t &position)
+    {
+        const answer &at = answers[position];
+        if (at.binaryEnd == unknown)
+            return binaryOperatorReading(text, position);
+        position = size_t(at.binaryEnd);
+        return at.binary;
+    }
+    // Blanks skipped first, as the scanner's name reading does.
+    const name &nameToken(const std::u16string &text, size_t &position)
+    {
+        const token *read = answers[position].name;
+        if (read == nullptr)
+            read = nameTokenReading(text, position);
+        position = read->end;
+        return read->text;
+    }
+    // A number token at `position`; false when it is too long (the position
+    // is then where the scanner's reading stopped).
+    bool number(const std::u16string &text, size_t &position, double &value);
+    // A quoted string at `position`; null when its closing quote is missing
+    // (the position is then the end of the text).
+    const std::u16string *stringLiteral(const std::u16string &text, size_t &position);
+
+private:
+    static constexpr int32_t unknown = -1;
+    // A name, or a literal: a number or a string, which the first character
+    // tells apart, so one position never holds both.
+    struct token {
+        uint32_t end = 0;
+        bool readable = true; // false: a number too long, a string not closed
+        double number = 0.0;
+        name text;
+    };
+    // The answers kept for one starting position; the tokens live in `tokens`.
+    struct answer {
+        int32_t skipEnd = unknown;
+        int32_t unaryEnd = unknown;
+        int32_t binaryEnd = unknown;
+        int8_t unary = 0;
+        int8_t binary = 0;
+        token *name = nullptr;
+        token *literal = nullptr;
+    };
+
+    size_t skipSpaceReading(const std::u16string &text, size_t position);
+    int32_t unaryOperatorReading(const std::u16string &text, size_t &position);
+    int32_t binaryOperatorReading(const std::u16string &text, size_t &position);
+    const token *nameTokenReading(const std::u16string &text, size_t position);
+    // The literal kept at `position`, read first if it is not there yet.
+    const token &literalAt(const std::u16string &text, size_t position, bool number);
+
+    std::vector<answer> answers;
+    // A deque, so that a kept token never moves while the form grows.
+    std::deque<token> tokens;
+};
+
+#endif
