@@ -133,7 +133,9 @@ struct evaluation {
     int position = 0;
 };
 
-inline evaluation evaluate(const QString &text, localContextUTF8 *context, bool onlyCheck = false)
+// With a form, the reads go through it (the form must belong to `text`).
+inline evaluation evaluate(const QString &text, localContextUTF8 *context, bool onlyCheck = false,
+                           localExpressionForm *form = nullptr)
 {
     evaluation outcome;
     const std::u16string wide = w(text);
@@ -141,7 +143,7 @@ inline evaluation evaluate(const QString &text, localContextUTF8 *context, bool 
     size_t position = 0;
     localValueDescription *result = nullptr;
     outcome.done = localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(status, wide, position, &result,
-                                                                             context, onlyCheck);
+                                                                             context, onlyCheck, form);
     outcome.status = status;
     outcome.position = int(position);
     if (result != nullptr) {

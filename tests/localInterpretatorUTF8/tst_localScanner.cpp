@@ -142,6 +142,8 @@ private slots:
         QTest::newRow("close bracket missing") << "(1 + 2" << false << 41 << -1 << "";
         QTest::newRow("comment where space is") << "1 // one\n + 2" << true << 54 << NUM << "3";
         QTest::newRow("bracket cannot begin a name") << "[1]" << false << 37 << -1 << "";
+        // one place read as a binary operator, then as a prefix: "!" is no binary operator
+        QTest::newRow("prefix where an operator was looked for") << "F(X!ES) + 1" << true << 54 << NUM << "8";
     }
     void expression()
     {
@@ -161,6 +163,28 @@ private slots:
         }
         // Every path gives back every cell it took.
         QCOMPARE(localMemoryManager::instance().getUsedCount(), usedBefore);
+    }
+
+    // A kept form answers every read as the text does: the same value or
+    // status, position and printed lines, when it is being filled and when
+    // it is read back.
+    void expressionThroughForm_data() { expression_data(); }
+    void expressionThroughForm()
+    {
+        QFETCH(QString, text);
+        // A fresh context each time: a prefix changes the variable it stands on.
+        auto outcomeOf = [&](localExpressionForm *form) {
+            std::unique_ptr<localContextUTF8> context(freshContext());
+            localTest::coutCapture printed;
+            const localTest::evaluation outcome = evaluate(text, context.get(), false, form);
+            return QStringList{QString::number(outcome.done), QString::number(outcome.status),
+                               QString::number(outcome.type), outcome.text, QString::number(outcome.position),
+                               printed.text()};
+        };
+        const QStringList fromText = outcomeOf(nullptr);
+        localExpressionForm form(localTest::w(text));
+        QCOMPARE(outcomeOf(&form), fromText);
+        QCOMPARE(outcomeOf(&form), fromText);
     }
 
     // Where the scan stops tells the caller where the expression ended.
