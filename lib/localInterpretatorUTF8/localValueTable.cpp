@@ -27,21 +27,36 @@ std::u16string addressText(const void *address)
 // compares without building string forms again.
 // The exchange walk over one column's keys: step forward while rows are in
 // order, swap a row with the one before it and step back while they are not.
-// `after(x, y)` is true when key x should come after key y. The keys move
-// with their rows.
+// `after(x, y)` is true when key x should come after key y, so equal keys
+// never swap. A row walking back is carried as its key and its place in
+// the table, not as the row itself, and is put down once where its walk
+// ends; the rows are moved into their new order at the end. The keys are
+// compared exactly as the walk compares them, one step at a time.
 template <typename Key, typename After>
 void exchangeWalk(std::vector<localValueTable::row> &rows, std::vector<Key> &keys, After after)
 {
-    size_t i = 1;
-    while (i < rows.size()) {
-        if (i > 0 && after(keys[i - 1], keys[i])) {
-            rows[i - 1].swap(rows[i]);
-            std::swap(keys[i - 1], keys[i]);
-            --i;
-        } else {
-            ++i;
-        }
+    std::vector<size_t> order(rows.size());
+    for (size_t i = 0; i < order.size(); ++i)
+        order[i] = i;
+    for (size_t i = 1; i < keys.size(); ++i) {
+        if (!after(keys[i - 1], keys[i]))
+            continue;
+        Key walking = std::move(keys[i]);
+        const size_t place = order[i];
+        size_t j = i;
+        do {
+            keys[j] = std::move(keys[j - 1]);
+            order[j] = order[j - 1];
+            --j;
+        } while (j > 0 && after(keys[j - 1], walking));
+        keys[j] = std::move(walking);
+        order[j] = place;
     }
+    std::vector<localValueTable::row> sorted;
+    sorted.reserve(rows.size());
+    for (size_t from : order)
+        sorted.push_back(std::move(rows[from]));
+    rows.swap(sorted);
 }
 
 // --- methods of the language class ---

@@ -2,6 +2,8 @@
 
 #include "localServices.h"
 
+#include <algorithm>
+
 using localTest::q;
 using localTest::run;
 
@@ -240,6 +242,42 @@ private slots:
         QCOMPARE(run("T.SORT(\"+\")"), QString("БУЛЕВО ИСТИНА"));
         QCOMPARE(run("T.СОРТИРОВАТЬ(\"NOPE\")"), QString("БУЛЕВО ИСТИНА"));
         QCOMPARE(run("T.SORT(\"\")"), QString("БУЛЕВО ЛОЖЬ"));
+    }
+
+    // A long walk with many equal keys ends in the order of a stable sort,
+    // ascending and descending, each row whole.
+    void sortOfManyRowsIsStable()
+    {
+        for (const bool descending : {false, true}) {
+            localValueTable *table = localTest::tableVariable(u"T");
+            table->columnAdd(u"K");
+            table->columnAdd(u"TAG");
+            std::vector<std::pair<int, int>> expected;
+            unsigned seed = 7;
+            for (int tag = 0; tag < 300; ++tag) {
+                seed = seed * 1103515245u + 12345u;
+                const int key = int((seed >> 16) % 25);
+                const size_t row = table->rowAdd(0);
+                localValueDescription value;
+                localErrorType status = localErrorTypeOK;
+                value.setVal(key);
+                table->valueSet(status, row, 1, &value);
+                value.setVal(tag);
+                table->valueSet(status, row, 2, &value);
+                expected.emplace_back(key, tag);
+            }
+            std::stable_sort(expected.begin(), expected.end(), [&](const auto &x, const auto &y) {
+                return descending ? x.first > y.first : x.first < y.first;
+            });
+            localErrorType status = localErrorTypeOK;
+            bool answer = false;
+            QVERIFY(table->sort(status, descending ? u"-K" : u"K", answer));
+            QVERIFY(answer);
+            for (size_t i = 0; i < expected.size(); ++i) {
+                QCOMPARE(table->cell(i + 1, 1)->localValueNumber, double(expected[i].first));
+                QCOMPARE(table->cell(i + 1, 2)->localValueNumber, double(expected[i].second));
+            }
+        }
     }
 
     // Rows move as whole records: an object in a cell keeps its count.
