@@ -40,14 +40,11 @@ const localExpressionForm::token *localExpressionForm::nameTokenReading(const st
     return &read;
 }
 
-const localExpressionForm::token &localExpressionForm::literalAt(const std::u16string &text, size_t position,
-                                                                bool number)
+const localExpressionForm::token &localExpressionForm::literalReading(const std::u16string &text, size_t position,
+                                                                     bool number)
 {
-    answer &at = answers[position];
-    if (at.literal != nullptr)
-        return *at.literal;
     token &read = tokens.emplace_back();
-    at.literal = &read;
+    answers[position].literal = &read;
     if (number) {
         localErrorType status = localErrorTypeOK;
         read.readable = li::scanStringGetNumber(status, text, position, read.number);
@@ -56,19 +53,4 @@ const localExpressionForm::token &localExpressionForm::literalAt(const std::u16s
     }
     read.end = uint32_t(position);
     return read;
-}
-
-bool localExpressionForm::number(const std::u16string &text, size_t &position, double &value)
-{
-    const token &read = literalAt(text, position, true);
-    position = read.end;
-    value = read.number;
-    return read.readable;
-}
-
-const std::u16string *localExpressionForm::stringLiteral(const std::u16string &text, size_t &position)
-{
-    const token &read = literalAt(text, position, false);
-    position = read.end;
-    return read.readable ? &read.text.written : nullptr;
 }

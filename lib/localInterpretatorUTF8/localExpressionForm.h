@@ -73,10 +73,21 @@ public:
     }
     // A number token at `position`; false when it is too long (the position
     // is then where the scanner's reading stopped).
-    bool number(const std::u16string &text, size_t &position, double &value);
+    bool number(const std::u16string &text, size_t &position, double &value)
+    {
+        const token &read = literalAt(text, position, true);
+        position = read.end;
+        value = read.number;
+        return read.readable;
+    }
     // A quoted string at `position`; null when its closing quote is missing
     // (the position is then the end of the text).
-    const std::u16string *stringLiteral(const std::u16string &text, size_t &position);
+    const std::u16string *stringLiteral(const std::u16string &text, size_t &position)
+    {
+        const token &read = literalAt(text, position, false);
+        position = read.end;
+        return read.readable ? &read.text.written : nullptr;
+    }
 
 private:
     static constexpr int32_t unknown = -1;
@@ -104,7 +115,12 @@ private:
     int32_t binaryOperatorReading(const std::u16string &text, size_t &position);
     const token *nameTokenReading(const std::u16string &text, size_t position);
     // The literal kept at `position`, read first if it is not there yet.
-    const token &literalAt(const std::u16string &text, size_t position, bool number);
+    const token &literalAt(const std::u16string &text, size_t position, bool number)
+    {
+        const token *read = answers[position].literal;
+        return read != nullptr ? *read : literalReading(text, position, number);
+    }
+    const token &literalReading(const std::u16string &text, size_t position, bool number);
 
     std::vector<answer> answers;
     // A deque, so that a kept token never moves while the form grows.

@@ -14,6 +14,19 @@
 
 namespace {
 
+// The variable a kept name read bare stands for, found through the name's
+// own cache; null when it is no plain variable (a call follows, the name is
+// a member of CONTEXT or a constant, or no variable has it).
+localVariable *keptVariable(const localExpressionForm::name &kept, const std::u16string &text, size_t position,
+                            localContextUTF8 *context)
+{
+    if (kept.written.empty() || (position < text.size() && text[position] == u'('))
+        return nullptr;
+    if (kept.mayBeVariable < 0)
+        kept.mayBeVariable = localContextUTF8::mayBeVariable(kept.written, kept.upper) ? 1 : 0;
+    return kept.mayBeVariable == 1 ? context->variableLookup(kept.written, kept.upper, kept.lookup) : nullptr;
+}
+
 struct nameChainBuffers {
     localValueVector arguments;
     std::u16string name;
@@ -34,24 +47,17 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     // A variable as the first link, the commonest operand, is read at once:
     // the reading through CONTEXT below would give the same cell and nothing
     // else, since the cell and the working value it makes first are given
-    // back before anything could see them. A name the form keeps is looked
-    // up through its own cache, and a plain variable is done with before
-    // anything else is set up.
+    // back before anything could see them. A plain variable of a kept text
+    // is done with before anything else is set up.
     const localExpressionForm::name *kept = nullptr;
     localVariable *variable = nullptr;
     if (form != nullptr && !onlyCheck && position < text.size()) {
         kept = &form->nameToken(text, position);
-        const bool called = position < text.size() && text[position] == u'(';
-        if (!kept->written.empty() && !called) {
-            if (kept->mayBeVariable < 0)
-                kept->mayBeVariable = localContextUTF8::mayBeVariable(kept->written, kept->upper) ? 1 : 0;
-            if (kept->mayBeVariable == 1)
-                variable = context->variableLookup(kept->written, kept->upper, kept->lookup);
-            if (variable != nullptr && (position >= text.size() || text[position] != u'.')) {
-                variable->value->linkCounterInc();
-                *result = variable->value;
-                return true;
-            }
+        variable = keptVariable(*kept, text, position, context);
+        if (variable != nullptr && (position >= text.size() || text[position] != u'.')) {
+            variable->value->linkCounterInc();
+            *result = variable->value;
+            return true;
         }
     }
 
