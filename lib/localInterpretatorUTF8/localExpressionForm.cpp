@@ -15,20 +15,13 @@ size_t localExpressionForm::skipSpaceReading(const std::u16string &text, size_t 
     return position;
 }
 
-int32_t localExpressionForm::unaryOperatorReading(const std::u16string &text, size_t &position)
+int32_t localExpressionForm::operatorReading(const std::u16string &text, size_t &position, operatorPlace place)
 {
     answer &at = answers[position];
-    at.unary = int8_t(li::scanStringGetUnaryOperator(text, position));
-    at.unaryEnd = int32_t(position);
-    return at.unary;
-}
-
-int32_t localExpressionForm::binaryOperatorReading(const std::u16string &text, size_t &position)
-{
-    answer &at = answers[position];
-    at.binary = int8_t(li::scanStringGetBinaryOperator(text, position));
-    at.binaryEnd = int32_t(position);
-    return at.binary;
+    at.operation[place] = int8_t(place == prefix ? li::scanStringGetUnaryOperator(text, position)
+                                                 : li::scanStringGetBinaryOperator(text, position));
+    at.operatorEnd[place] = int32_t(position);
+    return at.operation[place];
 }
 
 const localExpressionForm::token *localExpressionForm::nameTokenReading(const std::u16string &text, size_t position)

@@ -46,22 +46,8 @@ public:
         const answer &at = answers[position];
         position = at.skipEnd != unknown ? size_t(at.skipEnd) : skipSpaceReading(text, position);
     }
-    int32_t unaryOperator(const std::u16string &text, size_t &position)
-    {
-        const answer &at = answers[position];
-        if (at.unaryEnd == unknown)
-            return unaryOperatorReading(text, position);
-        position = size_t(at.unaryEnd);
-        return at.unary;
-    }
-    int32_t binaryOperator(const std::u16string &text, size_t &position)
-    {
-        const answer &at = answers[position];
-        if (at.binaryEnd == unknown)
-            return binaryOperatorReading(text, position);
-        position = size_t(at.binaryEnd);
-        return at.binary;
-    }
+    int32_t unaryOperator(const std::u16string &text, size_t &position) { return operatorAt(text, position, prefix); }
+    int32_t binaryOperator(const std::u16string &text, size_t &position) { return operatorAt(text, position, infix); }
     // Blanks skipped first, as the scanner's name reading does.
     const name &nameToken(const std::u16string &text, size_t &position)
     {
@@ -100,19 +86,27 @@ private:
         name text;
     };
     // The answers kept for one starting position; the tokens live in `tokens`.
+    // One place may be read for a prefix and for an operator: "!" is one
+    // and not the other.
+    enum operatorPlace { prefix = 0, infix = 1 };
     struct answer {
         int32_t skipEnd = unknown;
-        int32_t unaryEnd = unknown;
-        int32_t binaryEnd = unknown;
-        int8_t unary = 0;
-        int8_t binary = 0;
+        int32_t operatorEnd[2] = {unknown, unknown};
+        int8_t operation[2] = {0, 0};
         token *name = nullptr;
         token *literal = nullptr;
     };
 
+    int32_t operatorAt(const std::u16string &text, size_t &position, operatorPlace place)
+    {
+        const answer &at = answers[position];
+        if (at.operatorEnd[place] == unknown)
+            return operatorReading(text, position, place);
+        position = size_t(at.operatorEnd[place]);
+        return at.operation[place];
+    }
     size_t skipSpaceReading(const std::u16string &text, size_t position);
-    int32_t unaryOperatorReading(const std::u16string &text, size_t &position);
-    int32_t binaryOperatorReading(const std::u16string &text, size_t &position);
+    int32_t operatorReading(const std::u16string &text, size_t &position, operatorPlace place);
     const token *nameTokenReading(const std::u16string &text, size_t position);
     // The literal kept at `position`, read first if it is not there yet.
     const token &literalAt(const std::u16string &text, size_t position, bool number)
