@@ -1,5 +1,6 @@
 // Evaluates expression texts many times through the evaluator, as a running
-// loop does, and prints the time per evaluation. A baseline for speed work.
+// loop does, and prints the time per evaluation: read from the text each
+// time, and through a kept form as a compiled statement reads it.
 //   build/bench/expressionBench [rounds]
 #include "localContextUTF8.h"
 #include "localInterpretatorUTF8.h"
@@ -24,8 +25,8 @@ int main(int argc, char **argv)
         u"(\"abc\" + \"def\") = \"abcdef\"",
         u"I > 2 ? I * I : 0",
     };
-    for (const char16_t *expression : expressions) {
-        const std::u16string text(expression);
+    // Seconds for `rounds` evaluations; negative when one fails.
+    auto timed = [&](const std::u16string &text, localExpressionForm *form) {
         QElapsedTimer timer;
         timer.start();
         for (long round = 0; round < rounds; ++round) {
@@ -33,15 +34,24 @@ int main(int argc, char **argv)
             size_t position = 0;
             localValueDescription *result = nullptr;
             if (!localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(status, text, position, &result, context,
-                                                                           false)) {
+                                                                           false, form)) {
                 std::fprintf(stderr, "evaluation failed with status %d\n", int(status));
-                return 1;
+                return -1.0;
             }
             localValueRelease(result);
         }
-        const double seconds = double(timer.nsecsElapsed()) / 1e9;
-        std::printf("%-32s %8.3f s  %7.1f ns/evaluation\n", localNarrow(text).c_str(), seconds,
-                    seconds * 1e9 / double(rounds));
+        return double(timer.nsecsElapsed()) / 1e9;
+    };
+    std::printf("%-32s %14s %14s\n", "expression", "text ns", "kept form ns");
+    for (const char16_t *expression : expressions) {
+        const std::u16string text(expression);
+        localExpressionForm form(text);
+        const double fromText = timed(text, nullptr);
+        const double fromForm = timed(text, &form);
+        if (fromText < 0 || fromForm < 0)
+            return 1;
+        std::printf("%-32s %14.1f %14.1f\n", localNarrow(text).c_str(), fromText * 1e9 / double(rounds),
+                    fromForm * 1e9 / double(rounds));
     }
     return 0;
 }
