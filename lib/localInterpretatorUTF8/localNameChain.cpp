@@ -33,34 +33,14 @@ struct nameChainBuffers {
     std::u16string nameUpper;
 };
 
-} // namespace
-
-bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &status, const std::u16string &text,
-                                                               size_t &position, localValueDescription **result,
-                                                               localContextUTF8 *context, bool onlyCheck,
-                                                               localExpressionForm *form)
+// The chain itself, after the first name of a kept text was read into `kept`
+// (null otherwise) and found to be `variable` (or null). Kept out of line:
+// its set-up would otherwise burden every plain variable read.
+[[gnu::noinline]] bool nameChainRun(localErrorType &status, const std::u16string &text, size_t &position,
+                                    localValueDescription **result, localContextUTF8 *context, bool onlyCheck,
+                                    localExpressionForm *form, const localExpressionForm::name *kept,
+                                    localVariable *variable)
 {
-    localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete()");
-    if (context == nullptr && !onlyCheck)
-        exit_FAILURE("localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete() context may be NULL only in "
-                     "onlyCheck!");
-    // A variable as the first link, the commonest operand, is read at once:
-    // the reading through CONTEXT below would give the same cell and nothing
-    // else, since the cell and the working value it makes first are given
-    // back before anything could see them. A plain variable of a kept text
-    // is done with before anything else is set up.
-    const localExpressionForm::name *kept = nullptr;
-    localVariable *variable = nullptr;
-    if (form != nullptr && !onlyCheck && position < text.size()) {
-        kept = &form->nameToken(text, position);
-        variable = keptVariable(*kept, text, position, context);
-        if (variable != nullptr && (position >= text.size() || text[position] != u'.')) {
-            variable->value->linkCounterInc();
-            *result = variable->value;
-            return true;
-        }
-    }
-
     // Lent for the call: a loop re-scans its names on every round.
     const localScratch<nameChainBuffers> buffers;
     localValueVector &arguments = buffers->arguments;
@@ -72,7 +52,7 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     const std::u16string *nameUpper = kept != nullptr ? &kept->upper : &buffers->nameUpper;
     auto readName = [&]() {
         if (form == nullptr) {
-            scanStringGetNameTokenInto(text, position, buffers->name, buffers->nameUpper);
+            localInterpretatorUTF8::scanStringGetNameTokenInto(text, position, buffers->name, buffers->nameUpper);
             return;
         }
         kept = &form->nameToken(text, position);
@@ -124,7 +104,7 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
         bool call = false;
         if (position < text.size() && text[position] == u'(') {
             ++position;
-            if (!scanStringGetParameters(status, text, position, arguments, context, onlyCheck, form))
+            if (!localInterpretatorUTF8::scanStringGetParameters(status, text, position, arguments, context, onlyCheck, form))
                 return fail();
             if (position >= text.size() || text[position] != u')') {
                 std::cout << localNarrow(u"ожидается  ')' в позиции ") << position << "\n" << std::flush;
@@ -172,6 +152,36 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     }
     working.localValueClear();
     return true;
+}
+
+} // namespace
+
+bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &status, const std::u16string &text,
+                                                               size_t &position, localValueDescription **result,
+                                                               localContextUTF8 *context, bool onlyCheck,
+                                                               localExpressionForm *form)
+{
+    localResultMustBeNull(result, "localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete()");
+    if (context == nullptr && !onlyCheck)
+        exit_FAILURE("localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete() context may be NULL only in "
+                     "onlyCheck!");
+    // A variable as the first link, the commonest operand, is read at once:
+    // the reading through CONTEXT would give the same cell and nothing
+    // else, since the cell and the working value it makes first are given
+    // back before anything could see them. A plain variable of a kept text
+    // is answered here, before the chain sets anything up.
+    const localExpressionForm::name *kept = nullptr;
+    localVariable *variable = nullptr;
+    if (form != nullptr && !onlyCheck && position < text.size()) {
+        kept = &form->nameToken(text, position);
+        variable = keptVariable(*kept, text, position, context);
+        if (variable != nullptr && (position >= text.size() || text[position] != u'.')) {
+            variable->value->linkCounterInc();
+            *result = variable->value;
+            return true;
+        }
+    }
+    return nameChainRun(status, text, position, result, context, onlyCheck, form, kept, variable);
 }
 
 bool localInterpretatorUTF8::scanStringGetParameters(localErrorType &status, const std::u16string &text,
