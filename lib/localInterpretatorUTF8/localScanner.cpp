@@ -58,6 +58,14 @@ void contextNullStop(const char *routine)
     exit_FAILURE(std::string("localInterpretatorUTF8::") + routine + "() context may be NULL only in onlyCheck!");
 }
 
+[[gnu::noinline]] void unclosedString(char16_t quote)
+{
+    std::string out = localNarrow(u"ОШИБКА при сборке СТРОКОВОЙ костанты . Ожидается символ '");
+    out += char(quote);
+    out += "'\n";
+    std::cout << out << std::flush;
+}
+
 void cannotOperate(int32_t operation, const char *func, int line)
 {
     std::string out = localNarrow(u"Не могу выполниить операцию номер [");
@@ -147,6 +155,41 @@ bool reduceOnce(localErrorType &status, evaluatorStacks &stacks, bool onlyCheck)
         return false;
     }
     stacks.push(cell);
+    return true;
+}
+
+// The rest of a conditional after its "?": both branches are read, only the
+// one taken is evaluated, and its value replaces the condition on top of the
+// stack. Out of line, as most expressions have none.
+[[gnu::noinline]] bool conditionalEvaluate(localErrorType &status, const std::u16string &text, size_t &position,
+                                           localValueDescription *&condition, localContextUTF8 *context,
+                                           bool onlyCheck, localExpressionForm *form)
+{
+    typedef localInterpretatorUTF8 li;
+    const bool taken = condition->isTrue();
+    localValueDescription *first = nullptr;
+    if (!li::scanStringGetExpressionAndEvaluete(status, text, position, &first, context, onlyCheck || !taken, form))
+        return false;
+    li::scanStringSkipSpace(text, position, form);
+    if (position >= text.size() || text[position] != u':') {
+        localValueRelease(first);
+        status = localErrorTypeSYNTAXcolon;
+        return false;
+    }
+    ++position;
+    localValueDescription *second = nullptr;
+    if (!li::scanStringGetExpressionAndEvaluete(status, text, position, &second, context, onlyCheck || taken, form)) {
+        localValueRelease(first);
+        return false;
+    }
+    localValueRelease(condition);
+    if (taken) {
+        condition = first;
+        localValueRelease(second);
+    } else {
+        condition = second;
+        localValueRelease(first);
+    }
     return true;
 }
 
@@ -343,10 +386,7 @@ bool localInterpretatorUTF8::scanStringGetOperandAndEvaluete(localErrorType &sta
             (*result)->localValueString = *literal;
             return true;
         }
-        std::string out = localNarrow(u"ОШИБКА при сборке СТРОКОВОЙ костанты . Ожидается символ '");
-        out += char(c);
-        out += "'\n";
-        std::cout << out << std::flush;
+        unclosedString(c);
         status = localErrorTypeSYNTAX;
         return false;
     }
@@ -487,31 +527,9 @@ bool localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(localErrorType &
         scanStringSkipSpace(text, position, form);
         if (position < text.size() && text[position] == u'?') {
             ++position;
-            localValueDescription *&condition = stacks.operands[stacks.operandCount - 1];
-            const bool taken = condition->isTrue();
-            localValueDescription *first = nullptr;
-            if (!scanStringGetExpressionAndEvaluete(status, text, position, &first, context, onlyCheck || !taken, form))
+            if (!conditionalEvaluate(status, text, position, stacks.operands[stacks.operandCount - 1], context,
+                                     onlyCheck, form))
                 return false;
-            scanStringSkipSpace(text, position, form);
-            if (position >= text.size() || text[position] != u':') {
-                localValueRelease(first);
-                status = localErrorTypeSYNTAXcolon;
-                return false;
-            }
-            ++position;
-            localValueDescription *second = nullptr;
-            if (!scanStringGetExpressionAndEvaluete(status, text, position, &second, context, onlyCheck || taken, form)) {
-                localValueRelease(first);
-                return false;
-            }
-            localValueRelease(condition);
-            if (taken) {
-                condition = first;
-                localValueRelease(second);
-            } else {
-                condition = second;
-                localValueRelease(first);
-            }
             continue;
         }
         const int32_t operation =
