@@ -104,7 +104,8 @@ struct nameChainBuffers {
         bool call = false;
         if (position < text.size() && text[position] == u'(') {
             ++position;
-            if (!localInterpretatorUTF8::scanStringGetParameters(status, text, position, arguments, context, onlyCheck, form))
+            if (!localInterpretatorUTF8::scanStringGetParameters(status, text, position, arguments, context, onlyCheck,
+                                                                 form))
                 return fail();
             if (position >= text.size() || text[position] != u')') {
                 std::cout << localNarrow(u"ожидается  ')' в позиции ") << position << "\n" << std::flush;
