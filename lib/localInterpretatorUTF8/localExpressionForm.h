@@ -85,10 +85,10 @@ private:
         double number = 0.0;
         name text;
     };
-    // The answers kept for one starting position; the tokens live in `tokens`.
     // One place may be read for a prefix and for an operator: "!" is one
     // and not the other.
     enum operatorPlace { prefix = 0, infix = 1 };
+    // The answers kept for one starting position; the tokens live in `tokens`.
     struct answer {
         int32_t skipEnd = unknown;
         int32_t operatorEnd[2] = {unknown, unknown};
