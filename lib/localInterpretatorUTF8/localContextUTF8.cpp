@@ -16,6 +16,7 @@
 localContextUTF8 *localContextUTF8::globalContext = nullptr;
 int64_t localContextUTF8::counterStaticTotal = 0;
 uint64_t localContextUTF8::variablesEpoch = 1;
+uint64_t localContextUTF8::functionsEpoch = 1;
 
 namespace {
 
@@ -45,6 +46,14 @@ std::vector<const localContextUTF8 *> &liveContexts()
 {
     static std::vector<const localContextUTF8 *> live;
     return live;
+}
+
+// Variable lists of ended contexts, emptied, kept with their room: a call
+// makes a context and binds its parameters on every call.
+std::vector<std::vector<localVariable>> &variableListsSpare()
+{
+    thread_local std::vector<std::vector<localVariable>> spare;
+    return spare;
 }
 
 // A CONTEXT value (CONTEXTGET) holds a bare pointer and can outlive its
@@ -128,6 +137,9 @@ bool contextVariableGet(localErrorType &status, localContextUTF8 *context, void 
                                    localInterpretatorUTF8::nameToUpperInto(name, *upperStorage), result);
 }
 
+bool contextDispatch(localErrorType &status, localContextUTF8 *context, void **object, const std::u16string &name,
+                     localValueVector *arguments, localValueDescription **result);
+
 // Maps what a compiled function left in the status to the caller's view.
 bool functionStatusMap(localErrorType &status, localErrorType before, bool ran)
 {
@@ -142,17 +154,16 @@ bool functionStatusMap(localErrorType &status, localErrorType before, bool ran)
     return false;
 }
 
-bool contextDispatch(localErrorType &status, localContextUTF8 *context, void **object, const std::u16string &name,
-                     localValueVector *arguments, localValueDescription **result);
-
 // A user function found through the chain takes precedence over a built-in.
 // Returns true when the name was a user function (the call's outcome is in
 // `succeeded`).
 bool userFunctionCall(localErrorType &status, localContextUTF8 *holder, const std::u16string &nameUpper,
-                      localValueVector *arguments, localValueDescription **result, bool &succeeded)
+                      localValueVector *arguments, localValueDescription **result, localFunctionCache *cache,
+                      bool &succeeded)
 {
-    int depth = 0;
-    const localFunctionEntry *entry = holder->functionLookup(nameUpper, &depth);
+    const localContextUTF8 *owner = nullptr;
+    const localFunctionEntry *entry = cache != nullptr ? holder->functionLookup(nameUpper, *cache, &owner)
+                                                       : holder->functionLookup(nameUpper, &owner);
     if (entry == nullptr)
         return false;
     if (entry->block) {
@@ -165,12 +176,9 @@ bool userFunctionCall(localErrorType &status, localContextUTF8 *holder, const st
         return true;
     }
     if (entry->native != nullptr && entry->native != contextDispatch) {
-        localContextUTF8 *owner = holder;
-        for (int up = 0; up < depth && owner->parent != nullptr; ++up)
-            owner = owner->parent;
-        void *slot = owner;
+        void *slot = const_cast<localContextUTF8 *>(owner);
         const std::u16string nameCopy = nameUpper;
-        succeeded = entry->native(status, owner, &slot, nameCopy, arguments, result);
+        succeeded = entry->native(status, const_cast<localContextUTF8 *>(owner), &slot, nameCopy, arguments, result);
         return true;
     }
     return false;
@@ -179,38 +187,12 @@ bool userFunctionCall(localErrorType &status, localContextUTF8 *holder, const st
 bool contextDispatch(localErrorType &status, localContextUTF8 *context, void **object, const std::u16string &name,
                      localValueVector *arguments, localValueDescription **result)
 {
-    localResultMustBeNull(result, "localContextUTF8::classImplementationMethodFunction()");
-    status = localErrorTypeOK;
-    localContextUTF8 *holder = *object != nullptr ? static_cast<localContextUTF8 *>(*object) : context;
-    if (!contextReachable(status, holder, context))
-        return false;
-    if (holder == nullptr) {
-        if (!name.empty()) {
-            status = localErrorTypeMETHODnotDeclared;
-            return false;
-        }
-        *result = localValueNew();
-        (*result)->setObject(new localContextUTF8(context), localContextUTF8::classDeclaration());
-        return true;
-    }
     // Names reach a dispatch function upper-cased already; the check costs
     // no copy then.
     const localScratch<std::u16string> upperStorage;
-    const std::u16string &nameUpper = localInterpretatorUTF8::nameToUpperInto(name, *upperStorage);
-    bool succeeded = false;
-    if (userFunctionCall(status, holder, nameUpper, arguments, result, succeeded))
-        return succeeded;
-    *result = localValueNew();
-    if (arguments == nullptr) {
-        status = localErrorTypeINTERNAL;
-        return false;
-    }
-    const localGlobalFunctionHandler handler = localGlobalFunctionFind(nameUpper);
-    if (handler == nullptr) {
-        status = localErrorTypeMETHODunknown;
-        return false;
-    }
-    return handler(status, holder, *arguments, *result);
+    return localContextUTF8::memberCall(status, context, *object,
+                                        localInterpretatorUTF8::nameToUpperInto(name, *upperStorage), arguments,
+                                        result);
 }
 
 } // namespace
@@ -233,12 +215,24 @@ localContextUTF8::localContextUTF8(localContextUTF8 *parentContext)
 
 void localContextUTF8::constructCommon(localContextUTF8 *parentContext)
 {
+    static uint64_t serials = 0;
+    serial = ++serials;
     localMemoryManager::instance();
     ++counterStaticTotal;
     liveContexts().push_back(this);
     if (globalContext == nullptr)
         globalContext = this;
     parent = globalContext == this ? nullptr : (parentContext != nullptr ? parentContext : globalContext);
+    if (parent != nullptr) {
+        parent->watched = true;
+        functionsAbove = parent->firstFunctionHolder();
+    }
+    functionsEpochAtBirth = functionsEpoch;
+    std::vector<std::vector<localVariable>> &spare = variableListsSpare();
+    if (!spare.empty()) {
+        variables = std::move(spare.back());
+        spare.pop_back();
+    }
     localErrorType status = localErrorTypeOK;
     init(status);
 }
@@ -247,7 +241,9 @@ localContextUTF8::~localContextUTF8()
 {
     for (localVariable &variable : variables)
         variable.value->linkCounterDec();
-    ++variablesEpoch;
+    // No kept lookup can name this context again: serials are not reused.
+    variables.clear();
+    variableListsSpare().push_back(std::move(variables));
     --counterStaticTotal;
     std::vector<const localContextUTF8 *> &live = liveContexts();
     if (!live.empty() && live.back() == this)
@@ -323,7 +319,8 @@ localVariable *localContextUTF8::variableLookupFilling(const std::u16string &nam
 {
     localContextUTF8 *scope = nullptr;
     localVariable *variable = variableLookup(name, nameUpper, &scope);
-    cache.from = this;
+    watched = true;
+    cache.from = serial;
     cache.scope = scope;
     cache.index = variable != nullptr ? size_t(variable - scope->variables.data()) : 0;
     cache.epoch = variablesEpoch;
@@ -335,20 +332,20 @@ localVariable *localContextUTF8::variableLookupFilling(const std::u16string &nam
 localVariable *localContextUTF8::variableCreate(const std::u16string &name)
 {
     variables.push_back(localVariable{name, localValueNew()});
-    ++variablesEpoch;
+    variablesChanged();
     return &variables.back();
 }
 
 void localContextUTF8::variableForget(size_t index)
 {
     variables.erase(variables.begin() + long(index));
-    ++variablesEpoch;
+    variablesChanged();
 }
 
 void localContextUTF8::variablesForget()
 {
     variables.clear();
-    ++variablesEpoch;
+    variablesChanged();
 }
 
 bool localContextUTF8::variableSet(const std::u16string &name, const localValueDescription *value)
@@ -386,47 +383,62 @@ std::u16string localContextUTF8::variableToString(const std::u16string &name)
 
 // --- functions -------------------------------------------------------------
 
-const localFunctionEntry *localContextUTF8::functionLookup(const std::u16string &nameUpper, int *depth) const
+const localFunctionEntry *localContextUTF8::functionLookup(const std::u16string &nameUpper,
+                                                         const localContextUTF8 **foundIn) const
 {
-    int level = 0;
-    for (const localContextUTF8 *scope = this; scope != nullptr; scope = scope->parent, ++level) {
-        if (scope->functions.empty())
-            continue;
-        const auto found = scope->functionIndex.find(nameUpper);
-        if (found != scope->functionIndex.end()) {
-            if (depth != nullptr)
-                *depth = level;
+    for (const localContextUTF8 *scope = firstFunctionHolder(); scope != nullptr;
+         scope = scope->parent != nullptr ? scope->parent->firstFunctionHolder() : nullptr) {
+        const auto found = scope->functionIndex->find(nameUpper);
+        if (found != scope->functionIndex->end()) {
+            if (foundIn != nullptr)
+                *foundIn = scope;
             return &scope->functions[found->second];
         }
     }
     return nullptr;
 }
 
+const localFunctionEntry *localContextUTF8::functionLookupFilling(const std::u16string &nameUpper,
+                                                                const localContextUTF8 *first,
+                                                                localFunctionCache &cache,
+                                                                const localContextUTF8 **foundIn) const
+{
+    const localContextUTF8 *scope = nullptr;
+    const localFunctionEntry *entry = functionLookup(nameUpper, &scope);
+    cache.first = first;
+    cache.epoch = functionsEpoch;
+    cache.scope = scope;
+    cache.index = entry != nullptr ? size_t(entry - scope->functions.data()) : 0;
+    *foundIn = scope;
+    return entry;
+}
+
+localFunctionEntry *localContextUTF8::functionEntryFor(const std::u16string &nameUpper)
+{
+    ++functionsEpoch;
+    if (functionIndex == nullptr)
+        functionIndex.reset(new std::unordered_map<std::u16string, size_t>());
+    const auto found = functionIndex->find(nameUpper);
+    if (found != functionIndex->end())
+        return &functions[found->second];
+    functionIndex->emplace(nameUpper, functions.size());
+    functions.push_back(localFunctionEntry{nameUpper, nullptr, nullptr});
+    return &functions.back();
+}
+
 void localContextUTF8::functionRegister(const std::u16string &name, localMethodFunction native)
 {
-    const std::u16string nameUpper = localInterpretatorUTF8::nameToUpper(name);
-    const auto found = functionIndex.find(nameUpper);
-    if (found != functionIndex.end()) {
-        functions[found->second].native = native;
-        functions[found->second].block.reset();
-        return;
-    }
-    functionIndex.emplace(nameUpper, functions.size());
-    functions.push_back(localFunctionEntry{nameUpper, native, nullptr});
+    localFunctionEntry *entry = functionEntryFor(localInterpretatorUTF8::nameToUpper(name));
+    entry->native = native;
+    entry->block.reset();
 }
 
 void localContextUTF8::functionRegister(const std::u16string &name,
                                         const std::shared_ptr<const localOperatorCompiled> &block)
 {
-    const std::u16string nameUpper = localInterpretatorUTF8::nameToUpper(name);
-    const auto found = functionIndex.find(nameUpper);
-    if (found != functionIndex.end()) {
-        functions[found->second].native = nullptr;
-        functions[found->second].block = block;
-        return;
-    }
-    functionIndex.emplace(nameUpper, functions.size());
-    functions.push_back(localFunctionEntry{nameUpper, nullptr, block});
+    localFunctionEntry *entry = functionEntryFor(localInterpretatorUTF8::nameToUpper(name));
+    entry->native = nullptr;
+    entry->block = block;
 }
 
 bool localContextUTF8::funcExec(localErrorType &status, const std::u16string &name, localValueVector *arguments,
@@ -450,6 +462,40 @@ bool localContextUTF8::funcExec(localErrorType &status, const std::u16string &na
         ran = entry->native(status, this, &noObject, nameCopy, arguments, result);
     }
     return functionStatusMap(status, before, ran);
+}
+
+bool localContextUTF8::memberCall(localErrorType &status, localContextUTF8 *context, void *holderObject,
+                                  const std::u16string &nameUpper, localValueVector *arguments,
+                                  localValueDescription **result, localFunctionCache *cache)
+{
+    localResultMustBeNull(result, "localContextUTF8::classImplementationMethodFunction()");
+    status = localErrorTypeOK;
+    localContextUTF8 *holder = holderObject != nullptr ? static_cast<localContextUTF8 *>(holderObject) : context;
+    if (!contextReachable(status, holder, context))
+        return false;
+    if (holder == nullptr) {
+        if (!nameUpper.empty()) {
+            status = localErrorTypeMETHODnotDeclared;
+            return false;
+        }
+        *result = localValueNew();
+        (*result)->setObject(new localContextUTF8(context), localContextUTF8::classDeclaration());
+        return true;
+    }
+    bool succeeded = false;
+    if (userFunctionCall(status, holder, nameUpper, arguments, result, cache, succeeded))
+        return succeeded;
+    *result = localValueNew();
+    if (arguments == nullptr) {
+        status = localErrorTypeINTERNAL;
+        return false;
+    }
+    const localGlobalFunctionHandler handler = localGlobalFunctionFind(nameUpper);
+    if (handler == nullptr) {
+        status = localErrorTypeMETHODunknown;
+        return false;
+    }
+    return handler(status, holder, *arguments, *result);
 }
 
 bool localContextUTF8::createObj(localErrorType &status, const std::u16string &className, localValueVector *arguments,

@@ -20,13 +20,25 @@ struct localVariable {
 };
 
 // Where a lookup of one name from one context ended, kept by a reader that
-// looks the same name up again and again. It holds while no context has
-// made or lost a variable since: every such change moves the epoch.
+// looks the same name up again and again. It holds while no context that
+// such a lookup has walked through has made or lost a variable since: every
+// such change moves the epoch. Contexts are told apart by serial number, so
+// a context made where an ended one stood is a stranger to the cache.
 struct localVariableCache {
-    const localContextUTF8 *from = nullptr;
+    uint64_t from = 0;
     localContextUTF8 *scope = nullptr; // null: the name was found nowhere
     size_t index = 0;
     uint64_t epoch = 0;
+};
+
+// Where a lookup of one function name ended, for a reader that calls it
+// again and again. The answer depends only on the first context of the
+// chain that holds functions, and holds while no function is registered.
+struct localFunctionCache {
+    const localContextUTF8 *first = nullptr;
+    uint64_t epoch = 0;
+    const localContextUTF8 *scope = nullptr; // null: found nowhere
+    size_t index = 0;
 };
 
 struct localFunctionEntry {
@@ -50,8 +62,11 @@ public:
 
     static localContextUTF8 *globalContext;
     static int64_t counterStaticTotal;
-    // Moves whenever any context makes or loses a variable, or ends; never 0.
+    // Moves whenever a context that a kept lookup may have walked through
+    // makes or loses a variable; never 0.
     static uint64_t variablesEpoch;
+    // Moves with every function registered anywhere; never 0.
+    static uint64_t functionsEpoch;
 
     localContextUTF8();
     explicit localContextUTF8(localContextUTF8 *parentContext);
@@ -68,7 +83,7 @@ public:
     localVariable *variableLookup(const std::u16string &name, const std::u16string &nameUpper,
                                   localVariableCache &cache, localContextUTF8 **foundIn = nullptr)
     {
-        if (cache.from != this || cache.epoch != variablesEpoch)
+        if (cache.from != serial || cache.epoch != variablesEpoch)
             return variableLookupFilling(name, nameUpper, cache, foundIn);
         if (foundIn != nullptr)
             *foundIn = cache.scope;
@@ -87,12 +102,31 @@ public:
     void variableReplaceCell(localVariable *variable, localValueDescription *cell);
     std::u16string variableToString(const std::u16string &name);
 
-    const localFunctionEntry *functionLookup(const std::u16string &nameUpper, int *depth = nullptr) const;
+    // Through the chain; `foundIn` receives the context that holds the entry.
+    const localFunctionEntry *functionLookup(const std::u16string &nameUpper,
+                                             const localContextUTF8 **foundIn = nullptr) const;
+    // The same, answered from `cache` when nothing has changed since it was filled.
+    const localFunctionEntry *functionLookup(const std::u16string &nameUpper, localFunctionCache &cache,
+                                             const localContextUTF8 **foundIn) const
+    {
+        const localContextUTF8 *first = firstFunctionHolder();
+        if (cache.epoch != functionsEpoch || cache.first != first || first == nullptr)
+            return functionLookupFilling(nameUpper, first, cache, foundIn);
+        *foundIn = cache.scope;
+        return cache.scope != nullptr ? &cache.scope->functions[cache.index] : nullptr;
+    }
     void functionRegister(const std::u16string &name, localMethodFunction native);
     void functionRegister(const std::u16string &name, const std::shared_ptr<const localOperatorCompiled> &block);
 
     bool funcExec(localErrorType &status, const std::u16string &name, localValueVector *arguments,
                   localValueDescription **result);
+    // A method call `nameUpper` on the CONTEXT object `holderObject`, made
+    // in `context`: a user function of the holder's chain first, then a
+    // built-in; a null holder stands for `context`, and with no context the
+    // empty name makes a new one. `cache` (may be null) keeps the lookup.
+    static bool memberCall(localErrorType &status, localContextUTF8 *context, void *holderObject,
+                           const std::u16string &nameUpper, localValueVector *arguments,
+                           localValueDescription **result, localFunctionCache *cache = nullptr);
     bool createObj(localErrorType &status, const std::u16string &className, localValueVector *arguments,
                    localValueDescription **result);
 
@@ -117,10 +151,41 @@ public:
     static void startupClassAdd(declarationGetter getter);
 
 private:
-    // First entry of a name in `functions`, so that a call finds it without a scan.
-    std::unordered_map<std::u16string, size_t> functionIndex;
+    // Told apart from every context made before or after, over the whole run.
+    uint64_t serial = 0;
+    // Whether a kept lookup may have walked through this context: one was
+    // made from it, or a context was made under it. Only then does a change
+    // of its variables need to move the epoch.
+    bool watched = false;
+    // The nearest context above with functions, as it was when this one was
+    // made; good while `functionsEpoch` has not moved since.
+    const localContextUTF8 *functionsAbove = nullptr;
+    uint64_t functionsEpochAtBirth = 0;
+    // First entry of a name in `functions`, so that a call finds it without a
+    // scan; made with the first function, as most contexts never hold one.
+    std::unique_ptr<std::unordered_map<std::u16string, size_t>> functionIndex;
 
     void constructCommon(localContextUTF8 *parentContext);
+    void variablesChanged()
+    {
+        if (watched)
+            ++variablesEpoch;
+    }
+    // The first context of the chain, this one included, that holds functions.
+    const localContextUTF8 *firstFunctionHolder() const
+    {
+        const localContextUTF8 *scope = this;
+        while (scope != nullptr && scope->functions.empty()) {
+            if (scope->functionsEpochAtBirth == functionsEpoch)
+                return scope->functionsAbove;
+            scope = scope->parent;
+        }
+        return scope;
+    }
+    const localFunctionEntry *functionLookupFilling(const std::u16string &nameUpper, const localContextUTF8 *first,
+                                                    localFunctionCache &cache,
+                                                    const localContextUTF8 **foundIn) const;
+    localFunctionEntry *functionEntryFor(const std::u16string &nameUpper);
     localVariable *variableLookupFilling(const std::u16string &name, const std::u16string &nameUpper,
                                          localVariableCache &cache, localContextUTF8 **foundIn);
     bool variableMatches(const localVariable &variable, const std::u16string &name,

@@ -47,3 +47,35 @@ const localExpressionForm::token &localExpressionForm::literalReading(const std:
     read.end = uint32_t(position);
     return read;
 }
+
+void localExpressionForm::planKeep(const std::u16string &text, size_t position, int32_t unary,
+                                   const std::vector<plan::step> &steps)
+{
+    // A recursive evaluation of the same text may have kept it first.
+    if (answers[position].expression != nullptr)
+        return;
+    std::vector<plan::step> kept = steps;
+    for (plan::step &step : kept) {
+        const answer &at = answers[step.operandStart];
+        const char16_t c = step.operandStart < text.size() ? text[step.operandStart] : char16_t(0);
+        if (c == u'(') {
+            step.kind = plan::bracket;
+        } else if (at.literal != nullptr && at.literal->readable) {
+            step.kind = c == u'"' || c == u'\'' ? plan::string : plan::number;
+            step.number = at.literal->number;
+            step.token = &at.literal->text;
+            step.operandEnd = at.literal->end;
+        } else if (at.name != nullptr) {
+            step.kind = plan::name;
+            step.token = &at.name->text;
+        } else {
+            // Not read through this form: no plan, rather than a wrong one.
+            answers[position].planRefused = true;
+            return;
+        }
+    }
+    plan &made = plans.emplace_back();
+    made.unary = unary;
+    made.steps = std::move(kept);
+    answers[position].expression = &made;
+}

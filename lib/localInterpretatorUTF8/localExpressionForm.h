@@ -34,9 +34,47 @@ public:
         mutable int8_t mayBeVariable = -1;
         // Where its last lookup as a variable ended.
         mutable localVariableCache lookup;
+        // Where its last lookup as a function called on a context ended.
+        mutable localFunctionCache call;
+    };
+
+    // The reading of a whole expression from one position, kept once the
+    // scanner has read it through to its end: the prefix, then each operand
+    // where it starts, with the operator read before it. Which reads follow
+    // which depends on nothing but the text, so every later evaluation
+    // reads the same, and runs the same operations on the same cells, from
+    // the plan. An expression with a conditional has none: its branches are
+    // read in a mode of their own.
+    struct plan {
+        enum operandKind : uint8_t { number, string, name, bracket };
+        struct step {
+            int32_t operation = 0;     // the operator before the operand (none for the first)
+            uint32_t operatorEnd = 0;  // where the reading stood after that operator
+            uint32_t operandStart = 0; // blanks skipped
+            uint32_t operandEnd = 0;   // after a number or a string
+            operandKind kind = name;
+            double number = 0.0;
+            const localExpressionForm::name *token = nullptr; // a string's text or a name
+        };
+        int32_t unary = 0;
+        std::vector<step> steps;
     };
 
     explicit localExpressionForm(const std::u16string &text);
+
+    // The plan of the expression at `position`, if one is kept.
+    const plan *planAt(size_t position) const { return answers[position].expression; }
+    // Whether a reading from `position` should be recorded for a plan.
+    bool planWanted(size_t position) const
+    {
+        return answers[position].expression == nullptr && !answers[position].planRefused;
+    }
+    // Keeps what a reading from `position` recorded: the prefix, and for each
+    // operand the operator before it, where that ended and where the operand
+    // starts (its kind and value are taken from the reads kept here).
+    void planKeep(const std::u16string &text, size_t position, int32_t unary, const std::vector<plan::step> &steps);
+    // The expression at `position` holds a conditional.
+    void planRefuse(size_t position) { answers[position].planRefused = true; }
 
     // Each does what the scanner's routine of the same kind does at
     // `position`, and leaves `position` where that routine would. Kept
@@ -93,8 +131,10 @@ private:
         int32_t skipEnd = unknown;
         int32_t operatorEnd[2] = {unknown, unknown};
         int8_t operation[2] = {0, 0};
+        bool planRefused = false;
         token *name = nullptr;
         token *literal = nullptr;
+        const plan *expression = nullptr;
     };
 
     int32_t operatorAt(const std::u16string &text, size_t &position, operatorPlace place)
@@ -117,8 +157,9 @@ private:
     const token &literalReading(const std::u16string &text, size_t position, bool number);
 
     std::vector<answer> answers;
-    // A deque, so that a kept token never moves while the form grows.
+    // Deques, so that a kept token or plan never moves while the form grows.
     std::deque<token> tokens;
+    std::deque<plan> plans;
 };
 
 #endif

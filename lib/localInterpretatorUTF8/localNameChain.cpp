@@ -78,6 +78,7 @@ struct nameChainBuffers {
         *result = localValueNew();
     }
 
+    localClassDeclaration *const contextClass = localContextUTF8::classDeclaration();
     // Not a table cell: the working value lives only for this call.
     localValueDescription working;
     if (variable != nullptr) {
@@ -86,7 +87,7 @@ struct nameChainBuffers {
         ++position;
         localValueDescription::localValueCopy(&working, *result);
     } else if (!onlyCheck) {
-        working.setObject(context, localContextUTF8::classDeclaration());
+        working.setObject(context, contextClass);
     }
     auto fail = [&]() {
         localValueReleaseAll(arguments);
@@ -130,10 +131,19 @@ struct nameChainBuffers {
             if (working.localValueClass == nullptr)
                 exit_FAILURE("localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete() class declaration is empty!");
             localValueDescription *returned = nullptr;
-            const bool done = call ? working.localValueClass->methodExecUpper(
-                                         status, context, working.localValueObject, *nameUpper, &arguments, &returned)
-                                   : working.localValueClass->attrGet(status, context, working.localValueObject,
-                                                                      *name, nameUpper, &returned);
+            bool done = false;
+            if (!call) {
+                done = working.localValueClass->attrGet(status, context, working.localValueObject, *name, nameUpper,
+                                                        &returned);
+            } else if (working.localValueClass == contextClass && working.localValueObject != nullptr) {
+                // Every method of CONTEXT, member or not, is its dispatch:
+                // called at once, with the lookup kept for a kept name.
+                done = localContextUTF8::memberCall(status, context, working.localValueObject, *nameUpper,
+                                                    &arguments, &returned, kept != nullptr ? &kept->call : nullptr);
+            } else {
+                done = working.localValueClass->methodExecUpper(status, context, working.localValueObject,
+                                                                *nameUpper, &arguments, &returned);
+            }
             localValueReleaseAll(arguments);
             if (!done) {
                 localValueRelease(returned);

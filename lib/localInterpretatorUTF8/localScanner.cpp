@@ -14,6 +14,7 @@
 // of the stack, and only the branch taken is evaluated.
 #include "localInterpretatorUTF8.h"
 
+#include "localScratch.h"
 #include "localStack.h"
 #include "localString.h"
 
@@ -190,6 +191,175 @@ bool reduceOnce(localErrorType &status, evaluatorStacks &stacks, bool onlyCheck)
         condition = second;
         localValueRelease(first);
     }
+    return true;
+}
+
+// An operand in round brackets, its "(" at `position`.
+bool bracketedOperand(localErrorType &status, const std::u16string &text, size_t &position,
+                      localValueDescription **result, localContextUTF8 *context, bool onlyCheck,
+                      localExpressionForm *form)
+{
+    typedef localInterpretatorUTF8 li;
+    ++position;
+    localValueDescription *inner = nullptr;
+    if (!li::scanStringGetExpressionAndEvaluete(status, text, position, &inner, context, onlyCheck, form))
+        return false;
+    // A copy, so that a prefix or a reference parameter cannot reach a variable in brackets.
+    *result = localValueNew();
+    localValueDescription::localValueCopyAndRelease(*result, inner);
+    li::scanStringSkipSpace(text, position, form);
+    if (position >= text.size() || text[position] != u')') {
+        localValueRelease(*result);
+        status = localErrorTypeSYNTAXcloseBracket;
+        return false;
+    }
+    ++position;
+    return true;
+}
+
+typedef std::vector<localExpressionForm::plan::step> planSteps;
+
+// One operand of a plan, evaluated as the scanner's operand reading would
+// from where it starts, and leaving `position` where that reading would.
+inline bool planOperand(localErrorType &status, const std::u16string &text, size_t &position,
+                        const localExpressionForm::plan::step &step, localValueDescription **result,
+                        localContextUTF8 *context, localExpressionForm *form)
+{
+    typedef localExpressionForm::plan plan;
+    switch (step.kind) {
+    case plan::number:
+        position = step.operandEnd;
+        *result = localValueNew();
+        (*result)->setVal(step.number);
+        return true;
+    case plan::string:
+        position = step.operandEnd;
+        *result = localValueNew();
+        (*result)->type = localValueTypeSTR;
+        (*result)->localValueString = step.token->written;
+        return true;
+    case plan::name:
+        position = step.operandStart;
+        return localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(status, text, position, result, context,
+                                                                        false, form);
+    case plan::bracket:
+        position = step.operandStart;
+        return bracketedOperand(status, text, position, result, context, false, form);
+    }
+    return false;
+}
+
+// An expression evaluated from its plan: the operands and reductions of the
+// reading below, in the same order, without the reads.
+bool planRun(localErrorType &status, const std::u16string &text, size_t &position,
+             const localExpressionForm::plan &plan, localValueDescription **result, localContextUTF8 *context,
+             localExpressionForm *form)
+{
+    evaluatorStacks stacks;
+    const localExpressionForm::plan::step *step = plan.steps.data();
+    const localExpressionForm::plan::step *const end = step + plan.steps.size();
+    localValueDescription *operand = nullptr;
+    if (!planOperand(status, text, position, *step, &operand, context, form))
+        return false;
+    stacks.push(operand);
+    if (plan.unary != localUnaryNONE
+        && !localInterpretatorUTF8::unaryOperationByEnumEvaluate(status, operand, plan.unary, operand))
+        return false;
+    for (++step; step != end; ++step) {
+        position = step->operatorEnd;
+        while (stacks.operatorCount > 0 && stacks.operators[stacks.operatorCount - 1] >= step->operation)
+            if (!reduceOnce(status, stacks, false))
+                return false;
+        localValueDescription *next = nullptr;
+        if (!planOperand(status, text, position, *step, &next, context, form))
+            return false;
+        stacks.push(next);
+        stacks.operators[stacks.operatorCount++] = step->operation;
+    }
+    while (stacks.operatorCount > 0)
+        if (!reduceOnce(status, stacks, false))
+            return false;
+    *result = stacks.pop();
+    return true;
+}
+
+// Where the reading of the operand at `position` starts, for a recording.
+inline localExpressionForm::plan::step planStep(const std::u16string &text, size_t position, int32_t operation,
+                                                localExpressionForm *form)
+{
+    localExpressionForm::plan::step step;
+    step.operation = operation;
+    step.operatorEnd = uint32_t(position);
+    form->skipSpace(text, position);
+    step.operandStart = uint32_t(position);
+    return step;
+}
+
+// The reading itself. With `recording`, each operand's start and the
+// operator before it are noted, and the plan kept at the end.
+bool expressionReading(localErrorType &status, const std::u16string &text, size_t &position,
+                       localValueDescription **result, localContextUTF8 *context, bool onlyCheck,
+                       localExpressionForm *form, planSteps *recording)
+{
+    typedef localInterpretatorUTF8 li;
+    const size_t start = position;
+    evaluatorStacks stacks;
+    const int32_t unary =
+        form != nullptr ? form->unaryOperator(text, position) : li::scanStringGetUnaryOperator(text, position);
+    if (recording != nullptr)
+        recording->push_back(planStep(text, position, localOperatorNONE, form));
+    localValueDescription *operand = nullptr;
+    if (!li::scanStringGetOperandAndEvaluete(status, text, position, &operand, context, onlyCheck, form))
+        return false;
+    stacks.push(operand);
+    // The prefix works on the operand's own cell: on a bare variable it
+    // changes the variable.
+    if (unary != localUnaryNONE && !onlyCheck && !li::unaryOperationByEnumEvaluate(status, operand, unary, operand))
+        return false;
+
+    for (;;) {
+        const size_t remembered = position;
+        li::scanStringSkipSpace(text, position, form);
+        if (position < text.size() && text[position] == u'?') {
+            if (recording != nullptr) {
+                form->planRefuse(start);
+                recording = nullptr;
+            }
+            ++position;
+            if (!conditionalEvaluate(status, text, position, stacks.operands[stacks.operandCount - 1], context,
+                                     onlyCheck, form))
+                return false;
+            continue;
+        }
+        const int32_t operation =
+            form != nullptr ? form->binaryOperator(text, position) : li::scanStringGetBinaryOperator(text, position);
+        if (operation == localOperatorNONE) {
+            position = remembered;
+            break;
+        }
+        while (stacks.operatorCount > 0 && stacks.operators[stacks.operatorCount - 1] >= operation)
+            if (!reduceOnce(status, stacks, onlyCheck))
+                return false;
+        if (recording != nullptr)
+            recording->push_back(planStep(text, position, operation, form));
+        localValueDescription *next = nullptr;
+        if (!li::scanStringGetOperandAndEvaluete(status, text, position, &next, context, onlyCheck, form))
+            return false;
+        stacks.push(next);
+        stacks.operators[stacks.operatorCount++] = operation;
+    }
+
+    if (stacks.operandCount != stacks.operatorCount + 1) {
+        status = localErrorTypeINTERNAL;
+        LOCAL_DIAG(u"Err = " + localErrorText(status));
+        return false;
+    }
+    while (stacks.operatorCount > 0)
+        if (!reduceOnce(status, stacks, onlyCheck))
+            return false;
+    *result = stacks.pop();
+    if (recording != nullptr)
+        form->planKeep(text, start, unary, *recording);
     return true;
 }
 
@@ -392,23 +562,8 @@ bool localInterpretatorUTF8::scanStringGetOperandAndEvaluete(localErrorType &sta
     }
     if (c < 0x20 || c > 0x3F)
         return scanStringGetNameTokenAndEvaluete(status, text, position, result, context, onlyCheck, form);
-    if (c == u'(') {
-        ++position;
-        localValueDescription *inner = nullptr;
-        if (!scanStringGetExpressionAndEvaluete(status, text, position, &inner, context, onlyCheck, form))
-            return false;
-        // A copy, so that a prefix or a reference parameter cannot reach a variable in brackets.
-        *result = localValueNew();
-        localValueDescription::localValueCopyAndRelease(*result, inner);
-        scanStringSkipSpace(text, position, form);
-        if (position >= text.size() || text[position] != u')') {
-            localValueRelease(*result);
-            status = localErrorTypeSYNTAXcloseBracket;
-            return false;
-        }
-        ++position;
-        return true;
-    }
+    if (c == u'(')
+        return bracketedOperand(status, text, position, result, context, onlyCheck, form);
     status = localErrorTypeSYNTAX;
     return false;
 }
@@ -510,54 +665,16 @@ bool localInterpretatorUTF8::scanStringGetExpressionAndEvaluete(localErrorType &
     // Brackets and calls nest through here.
     if (!localStackCheck(status, "scanStringGetExpressionAndEvaluete"))
         return false;
-    evaluatorStacks stacks;
-    const int32_t unary =
-        form != nullptr ? form->unaryOperator(text, position) : scanStringGetUnaryOperator(text, position);
-    localValueDescription *operand = nullptr;
-    if (!scanStringGetOperandAndEvaluete(status, text, position, &operand, context, onlyCheck, form))
-        return false;
-    stacks.push(operand);
-    // The prefix works on the operand's own cell: on a bare variable it
-    // changes the variable.
-    if (unary != localUnaryNONE && !onlyCheck && !unaryOperationByEnumEvaluate(status, operand, unary, operand))
-        return false;
-
-    for (;;) {
-        const size_t remembered = position;
-        scanStringSkipSpace(text, position, form);
-        if (position < text.size() && text[position] == u'?') {
-            ++position;
-            if (!conditionalEvaluate(status, text, position, stacks.operands[stacks.operandCount - 1], context,
-                                     onlyCheck, form))
-                return false;
-            continue;
+    if (form != nullptr && !onlyCheck) {
+        if (const localExpressionForm::plan *plan = form->planAt(position))
+            return planRun(status, text, position, *plan, result, context, form);
+        if (form->planWanted(position)) {
+            const localScratch<planSteps> steps;
+            steps->clear();
+            return expressionReading(status, text, position, result, context, onlyCheck, form, &*steps);
         }
-        const int32_t operation =
-            form != nullptr ? form->binaryOperator(text, position) : scanStringGetBinaryOperator(text, position);
-        if (operation == localOperatorNONE) {
-            position = remembered;
-            break;
-        }
-        while (stacks.operatorCount > 0 && stacks.operators[stacks.operatorCount - 1] >= operation)
-            if (!reduceOnce(status, stacks, onlyCheck))
-                return false;
-        localValueDescription *next = nullptr;
-        if (!scanStringGetOperandAndEvaluete(status, text, position, &next, context, onlyCheck, form))
-            return false;
-        stacks.push(next);
-        stacks.operators[stacks.operatorCount++] = operation;
     }
-
-    if (stacks.operandCount != stacks.operatorCount + 1) {
-        status = localErrorTypeINTERNAL;
-        LOCAL_DIAG(u"Err = " + localErrorText(status));
-        return false;
-    }
-    while (stacks.operatorCount > 0)
-        if (!reduceOnce(status, stacks, onlyCheck))
-            return false;
-    *result = stacks.pop();
-    return true;
+    return expressionReading(status, text, position, result, context, onlyCheck, form, nullptr);
 }
 
 bool localInterpretatorUTF8::binaryOperationByEnumEvaluate(localErrorType &status, localValueDescription *result,

@@ -174,11 +174,11 @@ private slots:
         QCOMPARE(outer->functions.size(), before + 1);
         inner->functionRegister(u"Two", answerTwo);
         QCOMPARE(inner->functions.size(), size_t(1));
-        int depth = -1;
-        QVERIFY(inner->functionLookup(u"TWO", &depth) != nullptr);
-        QCOMPARE(depth, 0);
-        QVERIFY(outer->functionLookup(u"MESSAGE", &depth) != nullptr);
-        QCOMPARE(depth, 1);
+        const localContextUTF8 *foundIn = nullptr;
+        QVERIFY(inner->functionLookup(u"TWO", &foundIn) != nullptr);
+        QCOMPARE(foundIn, inner.get());
+        QVERIFY(outer->functionLookup(u"MESSAGE", &foundIn) != nullptr);
+        QCOMPARE(foundIn, localTest::globalContext());
 
         // A function of the context overrides the built-in of the same name.
         outer->functionRegister(u"MESSAGE", answerTwo);

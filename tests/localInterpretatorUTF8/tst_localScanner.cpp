@@ -187,6 +187,54 @@ private slots:
         QCOMPARE(outcomeOf(&form), fromText);
     }
 
+    // A form that has read its text through once runs the same reads again
+    // from what it kept, with whatever values stand then: X changes between
+    // the run that kept them and the run compared with the text's reading.
+    void keptReadingMeetsNewValues_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("later"); // the new value of X, as an expression
+        QTest::newRow("divisor becomes 0") << "10 / X + 1" << "0";
+        QTest::newRow("remainder by a fraction") << "7 % X" << "0.5";
+        QTest::newRow("operand becomes text") << "X * 2 + X" << "\"t\"";
+        QTest::newRow("text joins text") << "X + X" << "\"t\"";
+        QTest::newRow("prefix meets text") << "-X + 1" << "\"t\"";
+        QTest::newRow("prefix on a comparison") << "!(X = 5)" << "4";
+        QTest::newRow("bracket fails inside") << "2 * (X - 1) / (X - 1)" << "1";
+        QTest::newRow("call argument fails") << "ABS(X * 1) + 1" << "\"t\"";
+        QTest::newRow("comparison after change") << "X >= 5 AND (X < 9)" << "4";
+        QTest::newRow("object as operand") << "X + 1" << "O";
+        QTest::newRow("method of an object meets text") << "O.ABS(X) + 1" << "\"t\"";
+    }
+    void keptReadingMeetsNewValues()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, later);
+        auto outcomeOf = [&](localContextUTF8 *context, localExpressionForm *form) {
+            localTest::coutCapture printed;
+            const localTest::evaluation outcome = evaluate(text, context, false, form);
+            return QStringList{QString::number(outcome.done), QString::number(outcome.status),
+                               QString::number(outcome.type), outcome.text, QString::number(outcome.position),
+                               printed.text()};
+        };
+        auto changed = [&](localContextUTF8 *context) {
+            localValueDescription *cell = nullptr;
+            localErrorType status = localErrorTypeOK;
+            QVERIFY(localInterpretatorUTF8::evaluate(status, w(later), &cell, context));
+            context->variableSet(u"X", cell);
+            localValueRelease(cell);
+        };
+        std::unique_ptr<localContextUTF8> plain(freshContext());
+        changed(plain.get());
+        const QStringList fromText = outcomeOf(plain.get(), nullptr);
+
+        std::unique_ptr<localContextUTF8> context(freshContext());
+        localExpressionForm form(w(text));
+        QCOMPARE(outcomeOf(context.get(), &form)[0], QString("1"));
+        changed(context.get());
+        QCOMPARE(outcomeOf(context.get(), &form), fromText);
+    }
+
     // Where the scan stops tells the caller where the expression ended.
     void endPosition_data()
     {
