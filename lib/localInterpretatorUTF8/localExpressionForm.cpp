@@ -64,9 +64,11 @@ void localExpressionForm::planKeep(const std::u16string &text, size_t position, 
             step.kind = c == u'"' || c == u'\'' ? plan::string : plan::number;
             step.number = at.literal->number;
             step.token = &at.literal->text;
-            step.operandEnd = at.literal->end;
         } else if (at.name != nullptr) {
-            step.kind = plan::name;
+            const size_t end = at.name->end;
+            const bool bare = !at.name->text.written.empty()
+                              && (end >= text.size() || (text[end] != u'(' && text[end] != u'.'));
+            step.kind = bare ? plan::variable : plan::name;
             step.token = &at.name->text;
         } else {
             // Not read through this form: no plan, rather than a wrong one.

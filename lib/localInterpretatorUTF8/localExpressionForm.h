@@ -36,6 +36,16 @@ public:
         mutable localVariableCache lookup;
         // Where its last lookup as a function called on a context ended.
         mutable localFunctionCache call;
+
+        // The variable this name read bare stands for in `context`; null
+        // when there is none or the name is no plain variable (a member of
+        // CONTEXT, a constant), which the reading through CONTEXT answers.
+        localVariable *variableIn(localContextUTF8 *context) const
+        {
+            if (mayBeVariable < 0)
+                mayBeVariable = localContextUTF8::mayBeVariable(written, upper) ? 1 : 0;
+            return mayBeVariable == 1 ? context->variableLookup(written, upper, lookup) : nullptr;
+        }
     };
 
     // The reading of a whole expression from one position, kept once the
@@ -46,12 +56,13 @@ public:
     // the plan. An expression with a conditional has none: its branches are
     // read in a mode of their own.
     struct plan {
-        enum operandKind : uint8_t { number, string, name, bracket };
+        // `variable`: a name with neither "(" nor "." right after it.
+        enum operandKind : uint8_t { number, string, variable, name, bracket };
         struct step {
             int32_t operation = 0;     // the operator before the operand (none for the first)
             uint32_t operatorEnd = 0;  // where the reading stood after that operator
             uint32_t operandStart = 0; // blanks skipped
-            uint32_t operandEnd = 0;   // after a number or a string
+            uint32_t operandEnd = 0;   // where its reading ended
             operandKind kind = name;
             double number = 0.0;
             const localExpressionForm::name *token = nullptr; // a string's text or a name
@@ -71,7 +82,7 @@ public:
     }
     // Keeps what a reading from `position` recorded: the prefix, and for each
     // operand the operator before it, where that ended and where the operand
-    // starts (its kind and value are taken from the reads kept here).
+    // starts and ends (its kind and value are taken from the reads kept here).
     void planKeep(const std::u16string &text, size_t position, int32_t unary, const std::vector<plan::step> &steps);
     // The expression at `position` holds a conditional.
     void planRefuse(size_t position) { answers[position].planRefused = true; }

@@ -22,9 +22,7 @@ localVariable *keptVariable(const localExpressionForm::name &kept, const std::u1
 {
     if (kept.written.empty() || (position < text.size() && text[position] == u'('))
         return nullptr;
-    if (kept.mayBeVariable < 0)
-        kept.mayBeVariable = localContextUTF8::mayBeVariable(kept.written, kept.upper) ? 1 : 0;
-    return kept.mayBeVariable == 1 ? context->variableLookup(kept.written, kept.upper, kept.lookup) : nullptr;
+    return kept.variableIn(context);
 }
 
 struct nameChainBuffers {

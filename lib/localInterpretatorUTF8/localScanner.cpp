@@ -129,6 +129,45 @@ struct evaluatorStacks {
     localValueDescription *pop() { return operands[--operandCount]; }
 };
 
+// An operator on two numbers. Inline: most reductions of a running program
+// are these.
+inline bool numberOperation(localErrorType &status, localValueDescription *result, int32_t operation, double a,
+                            double b)
+{
+    switch (operation) {
+    case localOperatorMINUS: result->setVal(a - b); return true;
+    case localOperatorPLUS: result->setVal(a + b); return true;
+    case localOperatorMULTIPLY: result->setVal(a * b); return true;
+    case localOperatorDIVIDE:
+        if (b == 0.0) {
+            status = localErrorTypeDIVISIONbyZERO;
+            return false;
+        }
+        result->setVal(a / b);
+        return true;
+    case localOperatorREMAINDER: {
+        const int64_t divisor = truncateToInt64(b);
+        // A divisor of magnitude below 1 passes the test for 0 and truncates to it.
+        if (b == 0.0 || divisor == 0) {
+            status = localErrorTypeDIVISIONbyZERO;
+            return false;
+        }
+        const int64_t dividend = truncateToInt64(a);
+        result->setVal(divisor == -1 ? 0.0 : double(dividend % divisor));
+        return true;
+    }
+    case localOperatorEQUAL: result->setBool(a == b); return true;
+    case localOperatorNOTEQUAL: result->setBool(a != b); return true;
+    case localOperatorGREATEROREQUAL: result->setBool(a >= b); return true;
+    case localOperatorGREATER: result->setBool(a > b); return true;
+    case localOperatorLESSOREQUAL: result->setBool(a <= b); return true;
+    case localOperatorLESS: result->setBool(a < b); return true;
+    default:
+        status = localErrorTypeINTERNAL;
+        return false;
+    }
+}
+
 bool reduceOnce(localErrorType &status, evaluatorStacks &stacks, bool onlyCheck)
 {
     const int32_t operation = stacks.operators[--stacks.operatorCount];
@@ -138,6 +177,8 @@ bool reduceOnce(localErrorType &status, evaluatorStacks &stacks, bool onlyCheck)
     bool done = true;
     if (onlyCheck) {
         cell->setVal(1.0);
+    } else if (left->type == localValueTypeNUM && right->type == localValueTypeNUM) {
+        done = numberOperation(status, cell, operation, left->localValueNumber, right->localValueNumber);
     } else if (operation == localOperatorPLUS && left->type == localValueTypeSTR && right->type == localValueTypeSTR
                && left->linkCounter == 1 && left->localValueString.size() > 64) {
         // The left text is a long intermediate that goes right after: the
@@ -219,34 +260,45 @@ bool bracketedOperand(localErrorType &status, const std::u16string &text, size_t
 
 typedef std::vector<localExpressionForm::plan::step> planSteps;
 
-// One operand of a plan, evaluated as the scanner's operand reading would
-// from where it starts, and leaving `position` where that reading would.
-inline bool planOperand(localErrorType &status, const std::u16string &text, size_t &position,
-                        const localExpressionForm::plan::step &step, localValueDescription **result,
-                        localContextUTF8 *context, localExpressionForm *form)
+bool planRun(localErrorType &status, const std::u16string &text, size_t &position,
+             const localExpressionForm::plan &plan, localValueDescription **result, localContextUTF8 *context,
+             localExpressionForm *form);
+
+// An operand of a plan other than a variable found or a number, evaluated
+// as the scanner's operand reading would from where it starts, and leaving
+// `position` where that reading would.
+[[gnu::noinline]] bool planOperandRead(localErrorType &status, const std::u16string &text, size_t &position,
+                                       const localExpressionForm::plan::step &step, localValueDescription **result,
+                                       localContextUTF8 *context, localExpressionForm *form)
 {
     typedef localExpressionForm::plan plan;
-    switch (step.kind) {
-    case plan::number:
-        position = step.operandEnd;
-        *result = localValueNew();
-        (*result)->setVal(step.number);
-        return true;
-    case plan::string:
+    if (step.kind == plan::string) {
         position = step.operandEnd;
         *result = localValueNew();
         (*result)->type = localValueTypeSTR;
         (*result)->localValueString = step.token->written;
         return true;
-    case plan::name:
-        position = step.operandStart;
-        return localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(status, text, position, result, context,
-                                                                        false, form);
-    case plan::bracket:
-        position = step.operandStart;
-        return bracketedOperand(status, text, position, result, context, false, form);
     }
-    return false;
+    position = step.operandStart;
+    if (step.kind == plan::bracket) {
+        const plan *inner = form->planAt(position + 1);
+        if (inner == nullptr)
+            return bracketedOperand(status, text, position, result, context, false, form);
+        // As bracketedOperand, with the inner reading's plan run at once;
+        // the ")" stood where it ends when the plan was kept.
+        if (!localStackCheck(status, "scanStringGetExpressionAndEvaluete"))
+            return false;
+        ++position;
+        localValueDescription *value = nullptr;
+        if (!planRun(status, text, position, *inner, &value, context, form))
+            return false;
+        *result = localValueNew();
+        localValueDescription::localValueCopyAndRelease(*result, value);
+        position = step.operandEnd;
+        return true;
+    }
+    return localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(status, text, position, result, context, false,
+                                                                    form);
 }
 
 // An expression evaluated from its plan: the operands and reductions of the
@@ -255,26 +307,39 @@ bool planRun(localErrorType &status, const std::u16string &text, size_t &positio
              const localExpressionForm::plan &plan, localValueDescription **result, localContextUTF8 *context,
              localExpressionForm *form)
 {
+    typedef localExpressionForm::plan::step step;
     evaluatorStacks stacks;
-    const localExpressionForm::plan::step *step = plan.steps.data();
-    const localExpressionForm::plan::step *const end = step + plan.steps.size();
-    localValueDescription *operand = nullptr;
-    if (!planOperand(status, text, position, *step, &operand, context, form))
-        return false;
-    stacks.push(operand);
-    if (plan.unary != localUnaryNONE
-        && !localInterpretatorUTF8::unaryOperationByEnumEvaluate(status, operand, plan.unary, operand))
-        return false;
-    for (++step; step != end; ++step) {
-        position = step->operatorEnd;
-        while (stacks.operatorCount > 0 && stacks.operators[stacks.operatorCount - 1] >= step->operation)
-            if (!reduceOnce(status, stacks, false))
-                return false;
-        localValueDescription *next = nullptr;
-        if (!planOperand(status, text, position, *step, &next, context, form))
+    const step *const first = plan.steps.data();
+    const step *const end = first + plan.steps.size();
+    for (const step *at = first; at != end; ++at) {
+        if (at != first) {
+            position = at->operatorEnd;
+            while (stacks.operatorCount > 0 && stacks.operators[stacks.operatorCount - 1] >= at->operation)
+                if (!reduceOnce(status, stacks, false))
+                    return false;
+        }
+        // The commonest operands here; what the name chain answers first
+        // for a kept bare name, and a number's own cell.
+        localValueDescription *operand = nullptr;
+        localVariable *variable = nullptr;
+        if (at->kind == localExpressionForm::plan::variable && (variable = at->token->variableIn(context)) != nullptr) {
+            position = at->operandEnd;
+            variable->value->linkCounterInc();
+            operand = variable->value;
+        } else if (at->kind == localExpressionForm::plan::number) {
+            position = at->operandEnd;
+            operand = localValueNew();
+            operand->setVal(at->number);
+        } else if (!planOperandRead(status, text, position, *at, &operand, context, form)) {
             return false;
-        stacks.push(next);
-        stacks.operators[stacks.operatorCount++] = step->operation;
+        }
+        stacks.push(operand);
+        if (at != first) {
+            stacks.operators[stacks.operatorCount++] = at->operation;
+        } else if (plan.unary != localUnaryNONE
+                   && !localInterpretatorUTF8::unaryOperationByEnumEvaluate(status, operand, plan.unary, operand)) {
+            return false;
+        }
     }
     while (stacks.operatorCount > 0)
         if (!reduceOnce(status, stacks, false))
@@ -311,6 +376,8 @@ bool expressionReading(localErrorType &status, const std::u16string &text, size_
     localValueDescription *operand = nullptr;
     if (!li::scanStringGetOperandAndEvaluete(status, text, position, &operand, context, onlyCheck, form))
         return false;
+    if (recording != nullptr)
+        recording->back().operandEnd = uint32_t(position);
     stacks.push(operand);
     // The prefix works on the operand's own cell: on a bare variable it
     // changes the variable.
@@ -345,6 +412,8 @@ bool expressionReading(localErrorType &status, const std::u16string &text, size_
         localValueDescription *next = nullptr;
         if (!li::scanStringGetOperandAndEvaluete(status, text, position, &next, context, onlyCheck, form))
             return false;
+        if (recording != nullptr)
+            recording->back().operandEnd = uint32_t(position);
         stacks.push(next);
         stacks.operators[stacks.operatorCount++] = operation;
     }
@@ -687,40 +756,7 @@ bool localInterpretatorUTF8::binaryOperationByEnumEvaluate(localErrorType &statu
             status = localErrorTypeOPERANDtype;
             return false;
         }
-        const double a = left->localValueNumber;
-        const double b = right->localValueNumber;
-        switch (operation) {
-        case localOperatorMINUS: result->setVal(a - b); return true;
-        case localOperatorPLUS: result->setVal(a + b); return true;
-        case localOperatorMULTIPLY: result->setVal(a * b); return true;
-        case localOperatorDIVIDE:
-            if (b == 0.0) {
-                status = localErrorTypeDIVISIONbyZERO;
-                return false;
-            }
-            result->setVal(a / b);
-            return true;
-        case localOperatorREMAINDER: {
-            const int64_t divisor = truncateToInt64(b);
-            // A divisor of magnitude below 1 passes the test for 0 and truncates to it.
-            if (b == 0.0 || divisor == 0) {
-                status = localErrorTypeDIVISIONbyZERO;
-                return false;
-            }
-            const int64_t dividend = truncateToInt64(a);
-            result->setVal(divisor == -1 ? 0.0 : double(dividend % divisor));
-            return true;
-        }
-        case localOperatorEQUAL: result->setBool(a == b); return true;
-        case localOperatorNOTEQUAL: result->setBool(a != b); return true;
-        case localOperatorGREATEROREQUAL: result->setBool(a >= b); return true;
-        case localOperatorGREATER: result->setBool(a > b); return true;
-        case localOperatorLESSOREQUAL: result->setBool(a <= b); return true;
-        case localOperatorLESS: result->setBool(a < b); return true;
-        default:
-            status = localErrorTypeINTERNAL;
-            return false;
-        }
+        return numberOperation(status, result, operation, left->localValueNumber, right->localValueNumber);
     }
     case localValueTypeSTR: {
         if (right->type != localValueTypeSTR) {

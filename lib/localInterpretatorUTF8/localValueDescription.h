@@ -167,27 +167,24 @@ public:
     }
     size_t getReservedCount() const { return cells.size(); }
     size_t getUsedCount() const { return used; }
-    bool owns(const localValueDescription *cell) const
-    {
-        return !cells.empty() && cell >= cells.data() && cell < cells.data() + cells.size();
-    }
+    bool owns(const localValueDescription *cell) const { return indexOf(cell) < cells.size(); }
     const localValueDescription &cellAt(size_t index) const { return cells[index]; }
 
     // Bookkeeping of the free set, called when a table cell's link count
     // leaves or reaches 0.
     void cellTaken(const localValueDescription *cell)
     {
-        if (!owns(cell))
+        const size_t index = indexOf(cell);
+        if (index >= cells.size())
             return;
-        const size_t index = size_t(cell - cells.data());
         freeBits[index / 64] &= ~(uint64_t(1) << (index % 64));
         ++used;
     }
     void cellFreed(const localValueDescription *cell)
     {
-        if (!owns(cell))
+        const size_t index = indexOf(cell);
+        if (index >= cells.size())
             return;
-        const size_t index = size_t(cell - cells.data());
         freeBits[index / 64] |= uint64_t(1) << (index % 64);
         if (index / 64 < firstWordWithFree)
             firstWordWithFree = index / 64;
@@ -197,6 +194,11 @@ public:
 private:
     static void create();
     localValueDescription *allocateSearching();
+    // The cell's place in the table; past its end for a value outside it.
+    size_t indexOf(const localValueDescription *cell) const
+    {
+        return (uintptr_t(cell) - uintptr_t(cells.data())) / sizeof(localValueDescription);
+    }
     // Hands out the lowest free cell of the word, which has one.
     localValueDescription *take(size_t word)
     {
