@@ -283,21 +283,6 @@ void localContextUTF8::init(localErrorType &status)
 
 // --- variables -------------------------------------------------------------
 
-localVariable *localContextUTF8::variableLookup(const std::u16string &name, const std::u16string &nameUpper,
-                                                localContextUTF8 **foundIn)
-{
-    for (localContextUTF8 *scope = this; scope != nullptr; scope = scope->parent) {
-        for (localVariable &variable : scope->variables) {
-            if (scope->variableMatches(variable, name, nameUpper)) {
-                if (foundIn != nullptr)
-                    *foundIn = scope;
-                return &variable;
-            }
-        }
-    }
-    return nullptr;
-}
-
 bool localContextUTF8::mayBeVariable(const std::u16string &name, const std::u16string &nameUpper)
 {
     bool value = false;

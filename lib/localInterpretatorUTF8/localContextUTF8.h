@@ -78,7 +78,19 @@ public:
 
     // Through the chain; `nameUpper` is used in contexts that are not case sensitive.
     localVariable *variableLookup(const std::u16string &name, const std::u16string &nameUpper,
-                                  localContextUTF8 **foundIn = nullptr);
+                                  localContextUTF8 **foundIn = nullptr)
+    {
+        for (localContextUTF8 *scope = this; scope != nullptr; scope = scope->parent) {
+            for (localVariable &variable : scope->variables) {
+                if (scope->variableMatches(variable, name, nameUpper)) {
+                    if (foundIn != nullptr)
+                        *foundIn = scope;
+                    return &variable;
+                }
+            }
+        }
+        return nullptr;
+    }
     // The same, answered from `cache` when nothing has changed since it was filled.
     localVariable *variableLookup(const std::u16string &name, const std::u16string &nameUpper,
                                   localVariableCache &cache, localContextUTF8 **foundIn = nullptr)

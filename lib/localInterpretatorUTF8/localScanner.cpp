@@ -847,5 +847,14 @@ bool localInterpretatorUTF8::evaluate(localErrorType &status, const std::u16stri
                                       localExpressionForm *form)
 {
     size_t position = 0;
+    // A statement's expression whose plan is kept, the commonest case,
+    // skips the entry's checks: it ran through them when the plan was made.
+    if (form != nullptr && context != nullptr && *result == nullptr) {
+        if (const localExpressionForm::plan *plan = form->planAt(0)) {
+            if (!localStackCheck(status, "scanStringGetExpressionAndEvaluete"))
+                return false;
+            return planRun(status, text, position, *plan, result, context, form);
+        }
+    }
     return scanStringGetExpressionAndEvaluete(status, text, position, result, context, false, form);
 }

@@ -76,19 +76,9 @@ void localValueDescription::objectLinkRelease()
     destroying = false;
 }
 
-void localValueDescription::copyAllButText(localValueDescription *destination, const localValueDescription *source)
+void localValueDescription::objectLinkAddCounted()
 {
-    destination->localValueClear();
-    destination->type = source->type;
-    destination->localValueNumber = source->localValueNumber;
-    destination->localValueClass = source->localValueClass;
-    destination->localValueObject = source->localValueObject;
-}
-
-void localValueDescription::objectLinkAdd()
-{
-    if (type == localValueTypeOBJ && localValueObject != nullptr && localValueClass != nullptr
-        && localValueClass->localObjectLinkFunction != nullptr)
+    if (localValueObject != nullptr && localValueClass != nullptr && localValueClass->localObjectLinkFunction != nullptr)
         localValueClass->localObjectLinkFunction(&localValueObject, +1);
 }
 

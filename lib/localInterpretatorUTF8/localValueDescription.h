@@ -112,8 +112,21 @@ private:
     // The last link goes (or a count of 0, which is fatal).
     void linkCounterDrop();
     // localValueCopy but for the text, which the caller assigns.
-    static void copyAllButText(localValueDescription *destination, const localValueDescription *source);
-    void objectLinkAdd();
+    static void copyAllButText(localValueDescription *destination, const localValueDescription *source)
+    {
+        destination->localValueClear();
+        destination->type = source->type;
+        destination->localValueNumber = source->localValueNumber;
+        destination->localValueClass = source->localValueClass;
+        destination->localValueObject = source->localValueObject;
+    }
+    // One link more for an object value; most values are none.
+    void objectLinkAdd()
+    {
+        if (type == localValueTypeOBJ)
+            objectLinkAddCounted();
+    }
+    void objectLinkAddCounted();
 };
 
 // The type word shown to users: "ЧИСЛО", "СТРОКА", "БУЛЕВО", "ОБЪЕКТ", or "неизвестный тип".
