@@ -309,6 +309,7 @@ localVariable *localContextUTF8::variableLookupFilling(const std::u16string &nam
     cache.scope = scope;
     cache.index = variable != nullptr ? size_t(variable - scope->variables.data()) : 0;
     cache.epoch = variablesEpoch;
+    cache.own = scope == this;
     if (foundIn != nullptr)
         *foundIn = scope;
     return variable;

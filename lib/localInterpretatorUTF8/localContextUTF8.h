@@ -29,6 +29,9 @@ struct localVariableCache {
     localContextUTF8 *scope = nullptr; // null: the name was found nowhere
     size_t index = 0;
     uint64_t epoch = 0;
+    // Found in the context it was looked up from, as a function's
+    // parameters are at every call: worth trying there first.
+    bool own = false;
 };
 
 // Where a lookup of one function name ended, for a reader that calls it
@@ -95,8 +98,14 @@ public:
     localVariable *variableLookup(const std::u16string &name, const std::u16string &nameUpper,
                                   localVariableCache &cache, localContextUTF8 **foundIn = nullptr)
     {
-        if (cache.from != serial || cache.epoch != variablesEpoch)
-            return variableLookupFilling(name, nameUpper, cache, foundIn);
+        if (cache.from != serial || cache.epoch != variablesEpoch) {
+            localVariable *own = cache.own ? ownVariableAt(cache.index, name, nameUpper) : nullptr;
+            if (own == nullptr)
+                return variableLookupFilling(name, nameUpper, cache, foundIn);
+            if (foundIn != nullptr)
+                *foundIn = this;
+            return own;
+        }
         if (foundIn != nullptr)
             *foundIn = cache.scope;
         return cache.scope != nullptr ? &cache.scope->variables[cache.index] : nullptr;
@@ -200,6 +209,17 @@ private:
     localFunctionEntry *functionEntryFor(const std::u16string &nameUpper);
     localVariable *variableLookupFilling(const std::u16string &name, const std::u16string &nameUpper,
                                          localVariableCache &cache, localContextUTF8 **foundIn);
+    // The variable at `index` of this context, if the name's lookup would
+    // end there: it has the name and none before it has.
+    localVariable *ownVariableAt(size_t index, const std::u16string &name, const std::u16string &nameUpper)
+    {
+        if (index >= variables.size() || !variableMatches(variables[index], name, nameUpper))
+            return nullptr;
+        for (size_t before = 0; before < index; ++before)
+            if (variableMatches(variables[before], name, nameUpper))
+                return nullptr;
+        return &variables[index];
+    }
     bool variableMatches(const localVariable &variable, const std::u16string &name,
                          const std::u16string &nameUpper) const
     {

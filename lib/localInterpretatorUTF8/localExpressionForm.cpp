@@ -66,9 +66,13 @@ void localExpressionForm::planKeep(const std::u16string &text, size_t position, 
             step.token = &at.literal->text;
         } else if (at.name != nullptr) {
             const size_t end = at.name->end;
-            const bool bare = !at.name->text.written.empty()
-                              && (end >= text.size() || (text[end] != u'(' && text[end] != u'.'));
-            step.kind = bare ? plan::variable : plan::name;
+            const char16_t after = end < text.size() ? text[end] : char16_t(0);
+            if (at.name->text.written.empty())
+                step.kind = plan::name;
+            else if (after == u'(')
+                step.kind = plan::call;
+            else
+                step.kind = after == u'.' ? plan::name : plan::variable;
             step.token = &at.name->text;
         } else {
             // Not read through this form: no plan, rather than a wrong one.

@@ -56,8 +56,9 @@ public:
     // the plan. An expression with a conditional has none: its branches are
     // read in a mode of their own.
     struct plan {
-        // `variable`: a name with neither "(" nor "." right after it.
-        enum operandKind : uint8_t { number, string, variable, name, bracket };
+        // `variable`: a name with neither "(" nor "." right after it;
+        // `call`: a name with "(" right after it.
+        enum operandKind : uint8_t { number, string, variable, call, name, bracket };
         struct step {
             int32_t operation = 0;     // the operator before the operand (none for the first)
             uint32_t operatorEnd = 0;  // where the reading stood after that operator

@@ -109,6 +109,11 @@ public:
                                                   size_t &position, localValueDescription **result,
                                                   localContextUTF8 *context, bool onlyCheck,
                                                   localExpressionForm *form = nullptr);
+    // The same for a name that `form` has kept at `position`, a "(" right
+    // after it, as it reads when not only checking.
+    static bool scanStringGetNameChainCalled(localErrorType &status, const std::u16string &text, size_t &position,
+                                             localValueDescription **result, localContextUTF8 *context,
+                                             localExpressionForm *form);
     static bool scanStringGetParameters(localErrorType &status, const std::u16string &text, size_t &position,
                                         localValueVector &parameters, localContextUTF8 *context, bool onlyCheck,
                                         localExpressionForm *form = nullptr);

@@ -193,6 +193,15 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     return nameChainRun(status, text, position, result, context, onlyCheck, form, kept, variable);
 }
 
+bool localInterpretatorUTF8::scanStringGetNameChainCalled(localErrorType &status, const std::u16string &text,
+                                                          size_t &position, localValueDescription **result,
+                                                          localContextUTF8 *context, localExpressionForm *form)
+{
+    // No plain variable: a call follows the name.
+    const localExpressionForm::name &kept = form->nameToken(text, position);
+    return nameChainRun(status, text, position, result, context, false, form, &kept, nullptr);
+}
+
 bool localInterpretatorUTF8::scanStringGetParameters(localErrorType &status, const std::u16string &text,
                                                      size_t &position, localValueVector &parameters,
                                                      localContextUTF8 *context, bool onlyCheck,

@@ -131,7 +131,7 @@ struct evaluatorStacks {
 
 // An operator on two numbers. Inline: most reductions of a running program
 // are these.
-inline bool numberOperation(localErrorType &status, localValueDescription *result, int32_t operation, double a,
+[[gnu::always_inline]] inline bool numberOperation(localErrorType &status, localValueDescription *result, int32_t operation, double a,
                             double b)
 {
     switch (operation) {
@@ -278,6 +278,11 @@ bool planRun(localErrorType &status, const std::u16string &text, size_t &positio
         (*result)->type = localValueTypeSTR;
         (*result)->localValueString = step.token->written;
         return true;
+    }
+    if (step.kind == plan::call) {
+        // What the name chain does with a kept name that a "(" follows.
+        position = step.operandStart;
+        return localInterpretatorUTF8::scanStringGetNameChainCalled(status, text, position, result, context, form);
     }
     position = step.operandStart;
     if (step.kind == plan::bracket) {

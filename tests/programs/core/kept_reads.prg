@@ -21,3 +21,15 @@ FUNCTION depth(n)
     RETURN STRING(n) + depth(n - 1) + STRING(n);
 ENDFUNCTION;
 ? depth(4);
+// A function's own variable found at one place of its context by one call
+// may stand elsewhere, or not be there at all, in the next.
+x = "global";
+FUNCTION pick(p)
+    IF p = 1 THEN
+        VAR x = "local";
+    ELSE
+        VAR y = "other";
+    ENDIF;
+    RETURN x;
+ENDFUNCTION;
+? pick(1) + " " + pick(2) + " " + pick(1);
