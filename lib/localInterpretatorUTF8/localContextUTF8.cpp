@@ -41,11 +41,13 @@ std::u16string addressText(const void *address)
 }
 
 // The contexts alive now. Function calls make and end theirs in stack order,
-// so they come and go at the end of the list.
-std::vector<const localContextUTF8 *> &liveContexts()
+// so they come and go at the end of the list. Made before main and never
+// ended, so that contexts ended at exit still find it.
+std::vector<const localContextUTF8 *> *const liveList = new std::vector<const localContextUTF8 *>();
+
+inline std::vector<const localContextUTF8 *> &liveContexts()
 {
-    static std::vector<const localContextUTF8 *> live;
-    return live;
+    return *liveList;
 }
 
 // Variable lists of ended contexts, emptied, kept with their room: a call

@@ -13,11 +13,20 @@
 // below; worked out from the thread's attributes.
 uintptr_t localStackFloorOfThread();
 
+// The calling thread's floor once worked out (1 when it cannot be, which
+// nothing reaches), 0 before. Initialised with a constant, so that reading
+// it is a plain load of thread storage.
+inline thread_local uintptr_t localStackFloor = 0;
+
 // True when the calling thread has less stack left than a safe reserve.
 // Every evaluation asks, so the question stays inline.
 inline bool localStackExhausted()
 {
-    static thread_local const uintptr_t floor = localStackFloorOfThread();
+    if (localStackFloor == 0) {
+        const uintptr_t worked = localStackFloorOfThread();
+        localStackFloor = worked != 0 ? worked : 1;
+    }
+    const uintptr_t floor = localStackFloor;
     char here = 0;
     // The address of a local escapes through the integer conversion only.
     return uintptr_t(&here) < floor;

@@ -56,7 +56,7 @@ public:
 
     void localValueClear()
     {
-        if (type == localValueTypeOBJ)
+        if (type == localValueTypeOBJ && localValueObject != nullptr)
             objectLinkRelease();
         type = localValueTypeNUM;
         localValueNumber = 0.0;
