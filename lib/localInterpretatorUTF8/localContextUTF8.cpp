@@ -142,6 +142,32 @@ bool contextVariableGet(localErrorType &status, localContextUTF8 *context, void 
 bool contextDispatch(localErrorType &status, localContextUTF8 *context, void **object, const std::u16string &name,
                      localValueVector *arguments, localValueDescription **result);
 
+// A running body must outlive its call, and a body may redefine its own
+// name, which lets go of the entry's hold on it. So while any call runs, a
+// body that an entry lets go of waits here, until the last call has ended.
+// (Holding each body for its call would do too, at the price of counting on
+// every call.) One interpreter thread runs at a time.
+struct bodiesKept {
+    size_t callsRunning = 0;
+    std::vector<std::shared_ptr<const localOperatorCompiled>> released;
+};
+bodiesKept &bodies()
+{
+    static bodiesKept *const kept = new bodiesKept();
+    return *kept;
+}
+
+bool bodyCall(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *body,
+              localValueVector *arguments, localValueDescription **result)
+{
+    bodiesKept &kept = bodies();
+    ++kept.callsRunning;
+    const bool ran = localBlockCall(status, context, body, arguments, result);
+    if (--kept.callsRunning == 0)
+        kept.released.clear();
+    return ran;
+}
+
 // Maps what a compiled function left in the status to the caller's view.
 bool functionStatusMap(localErrorType &status, localErrorType before, bool ran)
 {
@@ -170,10 +196,7 @@ bool userFunctionCall(localErrorType &status, localContextUTF8 *holder, const st
         return false;
     if (entry->block) {
         const localErrorType before = status;
-        // Held for the call: the body may redefine its own name and so
-        // release the entry's reference while it runs.
-        const std::shared_ptr<const localOperatorCompiled> body = entry->block;
-        const bool ran = localBlockCall(status, holder, body.get(), arguments, result);
+        const bool ran = bodyCall(status, holder, entry->block.get(), arguments, result);
         succeeded = functionStatusMap(status, before, ran);
         return true;
     }
@@ -418,6 +441,8 @@ void localContextUTF8::functionRegister(const std::u16string &name, localMethodF
 {
     localFunctionEntry *entry = functionEntryFor(localInterpretatorUTF8::nameToUpper(name));
     entry->native = native;
+    if (entry->block != nullptr && bodies().callsRunning > 0)
+        bodies().released.push_back(std::move(entry->block));
     entry->block.reset();
 }
 
@@ -426,6 +451,8 @@ void localContextUTF8::functionRegister(const std::u16string &name,
 {
     localFunctionEntry *entry = functionEntryFor(localInterpretatorUTF8::nameToUpper(name));
     entry->native = nullptr;
+    if (entry->block != nullptr && entry->block != block && bodies().callsRunning > 0)
+        bodies().released.push_back(std::move(entry->block));
     entry->block = block;
 }
 
@@ -442,8 +469,7 @@ bool localContextUTF8::funcExec(localErrorType &status, const std::u16string &na
     const localErrorType before = status;
     bool ran = false;
     if (entry->block) {
-        const std::shared_ptr<const localOperatorCompiled> body = entry->block; // as in userFunctionCall
-        ran = localBlockCall(status, this, body.get(), arguments, result);
+        ran = bodyCall(status, this, entry->block.get(), arguments, result);
     } else {
         void *noObject = nullptr;
         const std::u16string nameCopy = nameUpper;

@@ -185,6 +185,27 @@ private slots:
         localValueReleaseAll(arguments);
     }
 
+    // A running function whose definition is replaced where it was made
+    // runs to its end; the next call finds the new one.
+    void bodyReplacedWhileItRuns()
+    {
+        QTemporaryDir dir;
+        const QString library = dir.filePath("again.prg");
+        QFile file(library);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("FUNCTION step(x) RETURN x + 100; ENDFUNCTION; RETURN 1;");
+        file.close();
+        scratch here;
+        // Loaded, so that the entry alone holds the first body once the text has run.
+        QVERIFY(run(textLoad,
+                    "FUNCTION step(x) loaded = home.MODULELOAD(\"" + library + "\"); RETURN x + 1; ENDFUNCTION;",
+                    here.context)
+                    .done);
+        QVERIFY(run(textExec, "home = CONTEXTGET(); first = step(1); second = step(1);", here.context).done);
+        QCOMPARE(numberOf(here.context, u"FIRST"), QString("2"));
+        QCOMPARE(numberOf(here.context, u"SECOND"), QString("101"));
+    }
+
     // Calls, failed calls and loops give back every cell and context they took.
     void nothingLeftBehind_data()
     {
