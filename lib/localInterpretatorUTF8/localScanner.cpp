@@ -306,6 +306,30 @@ bool planRun(localErrorType &status, const std::u16string &text, size_t &positio
                                                                     form);
 }
 
+// One operand of a plan. The commonest ones stay here: what the name chain
+// answers first for a kept bare name, and a number's own cell.
+[[gnu::always_inline]] inline bool planOperand(localErrorType &status, const std::u16string &text, size_t &position,
+                                               const localExpressionForm::plan::step &step,
+                                               localValueDescription **result, localContextUTF8 *context,
+                                               localExpressionForm *form)
+{
+    typedef localExpressionForm::plan plan;
+    if (step.kind == plan::variable) {
+        if (localVariable *variable = step.token->variableIn(context)) {
+            position = step.operandEnd;
+            variable->value->linkCounterInc();
+            *result = variable->value;
+            return true;
+        }
+    } else if (step.kind == plan::number) {
+        position = step.operandEnd;
+        *result = localValueNew();
+        (*result)->setVal(step.number);
+        return true;
+    }
+    return planOperandRead(status, text, position, step, result, context, form);
+}
+
 // An expression evaluated from its plan: the operands and reductions of the
 // reading below, in the same order, without the reads.
 bool planRun(localErrorType &status, const std::u16string &text, size_t &position,
@@ -313,38 +337,31 @@ bool planRun(localErrorType &status, const std::u16string &text, size_t &positio
              localExpressionForm *form)
 {
     typedef localExpressionForm::plan::step step;
+    const step *at = plan.steps.data();
+    const step *const end = at + plan.steps.size();
+    localValueDescription *operand = nullptr;
+    if (!planOperand(status, text, position, *at, &operand, context, form))
+        return false;
+    // A lone operand, as a bracket's or an argument's often is, is the value.
+    if (at + 1 == end && plan.unary == localUnaryNONE) {
+        *result = operand;
+        return true;
+    }
     evaluatorStacks stacks;
-    const step *const first = plan.steps.data();
-    const step *const end = first + plan.steps.size();
-    for (const step *at = first; at != end; ++at) {
-        if (at != first) {
-            position = at->operatorEnd;
-            while (stacks.operatorCount > 0 && stacks.operators[stacks.operatorCount - 1] >= at->operation)
-                if (!reduceOnce(status, stacks, false))
-                    return false;
-        }
-        // The commonest operands here; what the name chain answers first
-        // for a kept bare name, and a number's own cell.
-        localValueDescription *operand = nullptr;
-        localVariable *variable = nullptr;
-        if (at->kind == localExpressionForm::plan::variable && (variable = at->token->variableIn(context)) != nullptr) {
-            position = at->operandEnd;
-            variable->value->linkCounterInc();
-            operand = variable->value;
-        } else if (at->kind == localExpressionForm::plan::number) {
-            position = at->operandEnd;
-            operand = localValueNew();
-            operand->setVal(at->number);
-        } else if (!planOperandRead(status, text, position, *at, &operand, context, form)) {
+    stacks.push(operand);
+    if (plan.unary != localUnaryNONE
+        && !localInterpretatorUTF8::unaryOperationByEnumEvaluate(status, operand, plan.unary, operand))
+        return false;
+    for (++at; at != end; ++at) {
+        position = at->operatorEnd;
+        while (stacks.operatorCount > 0 && stacks.operators[stacks.operatorCount - 1] >= at->operation)
+            if (!reduceOnce(status, stacks, false))
+                return false;
+        localValueDescription *next = nullptr;
+        if (!planOperand(status, text, position, *at, &next, context, form))
             return false;
-        }
-        stacks.push(operand);
-        if (at != first) {
-            stacks.operators[stacks.operatorCount++] = at->operation;
-        } else if (plan.unary != localUnaryNONE
-                   && !localInterpretatorUTF8::unaryOperationByEnumEvaluate(status, operand, plan.unary, operand)) {
-            return false;
-        }
+        stacks.push(next);
+        stacks.operators[stacks.operatorCount++] = at->operation;
     }
     while (stacks.operatorCount > 0)
         if (!reduceOnce(status, stacks, false))

@@ -244,10 +244,18 @@ inline void localValueDescription::linkCounterInc()
 
 inline void localValueDescription::linkCounterDec()
 {
-    if (linkCounter > 1)
+    if (linkCounter > 1) {
         --linkCounter;
-    else
+    } else if (linkCounter == 1 && type != localValueTypeOBJ && localMemoryManager::manager != nullptr) {
+        // The last link of a value that holds no object, the commonest
+        // end of a cell: what localValueClear and linkCounterDrop do.
+        type = localValueTypeNUM;
+        localValueNumber = 0.0;
+        linkCounter = 0;
+        localMemoryManager::manager->cellFreed(this);
+    } else {
         linkCounterDrop();
+    }
 }
 
 // Shorthand for the allocator.
