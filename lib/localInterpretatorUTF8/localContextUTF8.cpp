@@ -504,7 +504,17 @@ bool localContextUTF8::memberCall(localErrorType &status, localContextUTF8 *cont
         status = localErrorTypeINTERNAL;
         return false;
     }
-    const localGlobalFunctionHandler handler = localGlobalFunctionFind(nameUpper);
+    const localGlobalFunctionHandler *place = nullptr;
+    if (cache == nullptr) {
+        place = localGlobalFunctionPlace(nameUpper);
+    } else {
+        if (!cache->builtInKnown) {
+            cache->builtIn = localGlobalFunctionPlace(nameUpper);
+            cache->builtInKnown = true;
+        }
+        place = cache->builtIn;
+    }
+    const localGlobalFunctionHandler handler = place != nullptr ? *place : nullptr;
     if (handler == nullptr) {
         status = localErrorTypeMETHODunknown;
         return false;

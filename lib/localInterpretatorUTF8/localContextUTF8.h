@@ -14,6 +14,12 @@
 
 class localOperatorCompiled;
 
+// A global function of the language (see localGlobalFunctions.h). A handler
+// gets the argument vector (never null) and a fresh result cell (number 0);
+// it checks count, then kinds, then values (statuses 31, 33, 32).
+typedef bool (*localGlobalFunctionHandler)(localErrorType &status, localContextUTF8 *context,
+                                           localValueVector &arguments, localValueDescription *result);
+
 struct localVariable {
     std::u16string name;
     localValueDescription *value = nullptr; // the variable's own link
@@ -42,6 +48,9 @@ struct localFunctionCache {
     uint64_t epoch = 0;
     const localContextUTF8 *scope = nullptr; // null: found nowhere
     size_t index = 0;
+    // The built-in of the name, which depends on the name alone.
+    bool builtInKnown = false;
+    const localGlobalFunctionHandler *builtIn = nullptr;
 };
 
 struct localFunctionEntry {

@@ -143,8 +143,14 @@ const localGlobalFunctionRow *localGlobalFunctionRows(size_t &count)
 
 localGlobalFunctionHandler localGlobalFunctionFind(const std::u16string &nameUpper)
 {
+    const localGlobalFunctionHandler *place = localGlobalFunctionPlace(nameUpper);
+    return place != nullptr ? *place : nullptr;
+}
+
+const localGlobalFunctionHandler *localGlobalFunctionPlace(const std::u16string &nameUpper)
+{
     const auto found = index().rowByName.find(nameUpper);
-    return found == index().rowByName.end() ? nullptr : index().handlers[found->second];
+    return found == index().rowByName.end() ? nullptr : &index().handlers[found->second];
 }
 
 void localGlobalFunctionGraphicalSet(const std::u16string &nameUpper, localGlobalFunctionHandler handler)

@@ -7,11 +7,6 @@
 
 #include "localContextUTF8.h"
 
-// A handler gets the argument vector (never null) and a fresh result cell
-// (number 0); it checks count, then kinds, then values (statuses 31, 33, 32).
-typedef bool (*localGlobalFunctionHandler)(localErrorType &status, localContextUTF8 *context,
-                                           localValueVector &arguments, localValueDescription *result);
-
 struct localGlobalFunctionRow {
     const char16_t *english;
     const char16_t *russian;
@@ -25,6 +20,9 @@ struct localGlobalFunctionRow {
 const localGlobalFunctionRow *localGlobalFunctionRows(size_t &count);
 // The handler of a name (upper case), or null.
 localGlobalFunctionHandler localGlobalFunctionFind(const std::u16string &nameUpper);
+// Where the handler of a name stands, or null for a name of no row: the
+// place stays, its handler may be replaced.
+const localGlobalFunctionHandler *localGlobalFunctionPlace(const std::u16string &nameUpper);
 
 // The language's conversion of a number to an integer: truncation toward zero
 // to 32 bits. NaN and numbers out of range give INT32_MIN, as the processor's

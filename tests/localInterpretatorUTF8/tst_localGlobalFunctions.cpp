@@ -196,13 +196,24 @@ private slots:
 
     void registeredGraphicalHandlerServesBothNames()
     {
+        // A kept reading of the call finds the handler that stands at each run.
+        localExpressionForm kept(u"stringshow(1)");
+        auto keptRun = [&]() {
+            localTest::coutCapture quiet;
+            return localTest::outcomeLine(localTest::evaluate("stringshow(1)", localTest::globalContext(), false, &kept));
+        };
+        const QString before = keptRun();
         localGlobalFunctionGraphicalSet(u"СТРОКАПОКАЗАТЬ", answerGraphical);
         const QString english = run("stringshow(1)");
         const QString russian = run("строкапоказать(1)");
+        const QString keptWhileSet = keptRun();
         localGlobalFunctionGraphicalSet(u"STRINGSHOW", localGlobalFunctionFind(u"FORMOPEN"));
+        QCOMPARE(before, QString("fail 26"));
         QCOMPARE(english, QString("СТРОКА shown"));
         QCOMPARE(russian, QString("СТРОКА shown"));
+        QCOMPARE(keptWhileSet, QString("СТРОКА shown"));
         QCOMPARE(run("stringshow(1)"), QString("fail 26"));
+        QCOMPARE(keptRun(), QString("fail 26"));
     }
 
     void listingsPrint()
