@@ -104,8 +104,14 @@ bool localClassDeclaration::methodExecUpper(localErrorType &status, localContext
                                             const std::u16string &nameUpper, localValueVector *arguments,
                                             localValueDescription **result)
 {
+    return methodExecMember(status, context, object, memberFind(nameUpper), nameUpper, arguments, result);
+}
+
+bool localClassDeclaration::methodExecMember(localErrorType &status, localContextUTF8 *context, void *object,
+                                             const localClassMember *member, const std::u16string &nameUpper,
+                                             localValueVector *arguments, localValueDescription **result)
+{
     localResultMustBeNull(result, "localClassDeclaration::methodExec()");
-    const localClassMember *member = memberFind(nameUpper);
     localMethodFunction function = member != nullptr ? member->EXEC : nullptr;
     if (object == nullptr) {
         if (function == nullptr) {

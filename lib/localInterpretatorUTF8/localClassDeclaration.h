@@ -79,6 +79,10 @@ public:
     bool methodExecUpper(localErrorType &status, localContextUTF8 *context, void *object,
                          const std::u16string &nameUpper, localValueVector *arguments,
                          localValueDescription **result);
+    // The same with the name's member found already (memberFind, may be null).
+    bool methodExecMember(localErrorType &status, localContextUTF8 *context, void *object,
+                          const localClassMember *member, const std::u16string &nameUpper,
+                          localValueVector *arguments, localValueDescription **result);
 
 private:
     // First member by name; the table is built once, so a map gives the

@@ -36,6 +36,10 @@ public:
         mutable localVariableCache lookup;
         // Where its last lookup as a function called on a context ended.
         mutable localFunctionCache call;
+        // Its member in the class it was last called on as a method (null:
+        // none); a class's members are fixed once it is declared.
+        mutable const localClassDeclaration *methodClass = nullptr;
+        mutable const localClassMember *method = nullptr;
 
         // The variable this name read bare stands for in `context`; null
         // when there is none or the name is no plain variable (a member of

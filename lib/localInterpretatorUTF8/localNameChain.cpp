@@ -138,6 +138,13 @@ struct nameChainBuffers {
                 // called at once, with the lookup kept for a kept name.
                 done = localContextUTF8::memberCall(status, context, working.localValueObject, *nameUpper,
                                                     &arguments, &returned, kept != nullptr ? &kept->call : nullptr);
+            } else if (kept != nullptr) {
+                if (kept->methodClass != working.localValueClass) {
+                    kept->method = working.localValueClass->memberFind(*nameUpper);
+                    kept->methodClass = working.localValueClass;
+                }
+                done = working.localValueClass->methodExecMember(status, context, working.localValueObject,
+                                                                 kept->method, *nameUpper, &arguments, &returned);
             } else {
                 done = working.localValueClass->methodExecUpper(status, context, working.localValueObject,
                                                                 *nameUpper, &arguments, &returned);

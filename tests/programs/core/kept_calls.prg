@@ -35,3 +35,16 @@ here = CONTEXTGET();
 FOR i = 1 TO 2 DO
     ? here.twice(i) + here.ABS(0 - i);
 ENDDO;
+// A method written once, called on objects of two classes in turn.
+l = CREATEOBJECT("VALUELIST");
+l.VALUEADD(10, "ten");
+t = CREATEOBJECT("VALUETABLE");
+t.COLUMNADD("n");
+t.ROWADD();
+FUNCTION shown(thing)
+    RETURN STRINGPARTLEFT(thing.TOSTRING(), 36);
+ENDFUNCTION;
+FOR i = 1 TO 2 DO
+    ? shown(l);
+    ? shown(t);
+ENDDO;
