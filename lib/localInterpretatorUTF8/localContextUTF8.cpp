@@ -342,9 +342,12 @@ localVariable *localContextUTF8::variableLookupFilling(const std::u16string &nam
 
 localVariable *localContextUTF8::variableCreate(const std::u16string &name)
 {
-    variables.push_back(localVariable{name, localValueNew()});
+    // Made in place: a call binds its parameters this way every time.
+    localVariable &made = variables.emplace_back();
+    made.name = name;
+    made.value = localValueNew();
     variablesChanged();
-    return &variables.back();
+    return &made;
 }
 
 void localContextUTF8::variableForget(size_t index)
