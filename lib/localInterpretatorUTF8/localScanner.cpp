@@ -131,8 +131,8 @@ struct evaluatorStacks {
 
 // An operator on two numbers. Inline: most reductions of a running program
 // are these.
-[[gnu::always_inline]] inline bool numberOperation(localErrorType &status, localValueDescription *result, int32_t operation, double a,
-                            double b)
+[[gnu::always_inline]] inline bool numberOperation(localErrorType &status, localValueDescription *result,
+                                                   int32_t operation, double a, double b)
 {
     switch (operation) {
     case localOperatorMINUS: result->setVal(a - b); return true;
