@@ -342,12 +342,9 @@ localVariable *localContextUTF8::variableLookupFilling(const std::u16string &nam
 
 localVariable *localContextUTF8::variableCreate(const std::u16string &name)
 {
-    // Made in place: a call binds its parameters this way every time.
-    localVariable &made = variables.emplace_back();
-    made.name = name;
-    made.value = localValueNew();
+    variables.push_back(localVariable{name, localValueNew()});
     variablesChanged();
-    return &made;
+    return &variables.back();
 }
 
 void localContextUTF8::variableForget(size_t index)
