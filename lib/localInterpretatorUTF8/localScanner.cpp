@@ -869,8 +869,9 @@ bool localInterpretatorUTF8::evaluate(localErrorType &status, const std::u16stri
                                       localExpressionForm *form)
 {
     size_t position = 0;
-    // A statement's expression whose plan is kept, the commonest case,
-    // skips the entry's checks: it ran through them when the plan was made.
+    // A statement's expression whose plan is kept, the commonest case, runs
+    // it without a second call layer; anything the entry would stop on or
+    // read goes to the entry.
     if (form != nullptr && context != nullptr && *result == nullptr) {
         if (const localExpressionForm::plan *plan = form->planAt(0)) {
             if (!localStackCheck(status, "scanStringGetExpressionAndEvaluete"))

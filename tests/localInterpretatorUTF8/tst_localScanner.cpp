@@ -40,6 +40,16 @@ localContextUTF8 *freshContext()
     return context;
 }
 
+// What an evaluation gives that a kept form must give alike: success,
+// status, kind, value, end position and printed lines.
+QStringList outcomeFields(const QString &text, localContextUTF8 *context, localExpressionForm *form)
+{
+    localTest::coutCapture printed;
+    const localTest::evaluation outcome = evaluate(text, context, false, form);
+    return QStringList{QString::number(outcome.done), QString::number(outcome.status),
+                       QString::number(outcome.type), outcome.text, QString::number(outcome.position), printed.text()};
+}
+
 } // namespace
 
 class tst_localScanner : public QObject {
@@ -175,11 +185,7 @@ private slots:
         // A fresh context each time: a prefix changes the variable it stands on.
         auto outcomeOf = [&](localExpressionForm *form) {
             std::unique_ptr<localContextUTF8> context(freshContext());
-            localTest::coutCapture printed;
-            const localTest::evaluation outcome = evaluate(text, context.get(), false, form);
-            return QStringList{QString::number(outcome.done), QString::number(outcome.status),
-                               QString::number(outcome.type), outcome.text, QString::number(outcome.position),
-                               printed.text()};
+            return outcomeFields(text, context.get(), form);
         };
         const QStringList fromText = outcomeOf(nullptr);
         localExpressionForm form(localTest::w(text));
@@ -210,13 +216,6 @@ private slots:
     {
         QFETCH(QString, text);
         QFETCH(QString, later);
-        auto outcomeOf = [&](localContextUTF8 *context, localExpressionForm *form) {
-            localTest::coutCapture printed;
-            const localTest::evaluation outcome = evaluate(text, context, false, form);
-            return QStringList{QString::number(outcome.done), QString::number(outcome.status),
-                               QString::number(outcome.type), outcome.text, QString::number(outcome.position),
-                               printed.text()};
-        };
         auto changed = [&](localContextUTF8 *context) {
             localValueDescription *cell = nullptr;
             localErrorType status = localErrorTypeOK;
@@ -226,13 +225,13 @@ private slots:
         };
         std::unique_ptr<localContextUTF8> plain(freshContext());
         changed(plain.get());
-        const QStringList fromText = outcomeOf(plain.get(), nullptr);
+        const QStringList fromText = outcomeFields(text, plain.get(), nullptr);
 
         std::unique_ptr<localContextUTF8> context(freshContext());
         localExpressionForm form(w(text));
-        QCOMPARE(outcomeOf(context.get(), &form)[0], QString("1"));
+        QCOMPARE(outcomeFields(text, context.get(), &form)[0], QString("1"));
         changed(context.get());
-        QCOMPARE(outcomeOf(context.get(), &form), fromText);
+        QCOMPARE(outcomeFields(text, context.get(), &form), fromText);
     }
 
     // Where the scan stops tells the caller where the expression ended.
