@@ -31,13 +31,55 @@ struct nameChainBuffers {
     std::u16string nameUpper;
 };
 
-// The chain itself, after the first name of a kept text was read into `kept`
-// (null otherwise) and found to be `variable` (or null). Kept out of line:
-// its set-up would otherwise burden every plain variable read.
+// Stands for a working value in the count of values alive.
+struct workingValueCounted {
+    workingValueCounted() { ++localValueDescription::counterStaticTotal; }
+    ~workingValueCounted() { --localValueDescription::counterStaticTotal; }
+    workingValueCounted(const workingValueCounted &) = delete;
+    workingValueCounted &operator=(const workingValueCounted &) = delete;
+};
+
+// Reads a link's "(" parameters ")", `position` on the "(".
+bool linkArguments(localErrorType &status, const std::u16string &text, size_t &position, localValueVector &arguments,
+                   localContextUTF8 *context, bool onlyCheck, localExpressionForm *form)
+{
+    ++position;
+    if (!localInterpretatorUTF8::scanStringGetParameters(status, text, position, arguments, context, onlyCheck, form))
+        return false;
+    if (position >= text.size() || text[position] != u')') {
+        std::cout << localNarrow(u"ожидается  ')' в позиции ") << position << "\n" << std::flush;
+        status = localErrorTypeSYNTAXcloseBracket;
+        return false;
+    }
+    ++position;
+    return true;
+}
+
+// A link's outcome: the returned cell becomes the chain's result, or on
+// failure everything the link holds is given back.
+bool linkEnd(bool done, localValueVector &arguments, localValueDescription **result, localValueDescription *returned)
+{
+    localValueReleaseAll(arguments);
+    if (!done) {
+        localValueRelease(returned);
+        std::cout << "\n" << std::flush;
+        localValueRelease(*result);
+        return false;
+    }
+    // The returned cell itself becomes the result: for a bare variable that
+    // is the variable's own cell.
+    localValueRelease(*result);
+    *result = returned;
+    return true;
+}
+
+// The chain itself. `kept` is the first name of a kept text when it has
+// been read already (null otherwise); with `continuing`, `*result` holds
+// what the chain goes on from, a "." at `position`. Kept out of line: its
+// set-up would otherwise burden every plain variable read.
 [[gnu::noinline]] bool nameChainRun(localErrorType &status, const std::u16string &text, size_t &position,
                                     localValueDescription **result, localContextUTF8 *context, bool onlyCheck,
-                                    localExpressionForm *form, const localExpressionForm::name *kept,
-                                    localVariable *variable)
+                                    localExpressionForm *form, const localExpressionForm::name *kept, bool continuing)
 {
     // Lent for the call: a loop re-scans its names on every round.
     const localScratch<nameChainBuffers> buffers;
@@ -59,34 +101,36 @@ struct nameChainBuffers {
     };
 
     bool tokenRead = kept != nullptr;
-    if (form == nullptr && !onlyCheck && position < text.size()) {
+    if (!continuing && form == nullptr && !onlyCheck && position < text.size()) {
         readName();
         tokenRead = true;
         const bool called = position < text.size() && text[position] == u'(';
+        localVariable *variable = nullptr;
         if (!name->empty() && !called && localContextUTF8::mayBeVariable(*name, *nameUpper))
             variable = context->variableLookup(*name, *nameUpper);
+        if (variable != nullptr) {
+            variable->value->linkCounterInc();
+            *result = variable->value;
+            if (position >= text.size() || text[position] != u'.')
+                return true;
+            continuing = true;
+        }
     }
-    const bool linkFollows = position < text.size() && text[position] == u'.';
-    if (variable != nullptr) {
-        variable->value->linkCounterInc();
-        *result = variable->value;
-        if (!linkFollows)
-            return true;
-    } else {
+    if (!continuing)
         *result = localValueNew();
-    }
 
     localClassDeclaration *const contextClass = localContextUTF8::classDeclaration();
     // Not a table cell: the working value lives only for this call.
     localValueDescription working;
-    if (variable != nullptr) {
-        // The chain goes on from the variable, as below after a link.
+    if (continuing) {
+        // The chain goes on from the value, as below after a link.
         tokenRead = false;
         ++position;
         localValueDescription::localValueCopy(&working, *result);
     } else if (!onlyCheck) {
         working.setObject(context, contextClass);
     }
+
     auto fail = [&]() {
         localValueReleaseAll(arguments);
         localValueRelease(*result);
@@ -100,20 +144,9 @@ struct nameChainBuffers {
             status = localErrorTypeSYNTAX;
             return fail();
         }
-        bool call = false;
-        if (position < text.size() && text[position] == u'(') {
-            ++position;
-            if (!localInterpretatorUTF8::scanStringGetParameters(status, text, position, arguments, context, onlyCheck,
-                                                                 form))
-                return fail();
-            if (position >= text.size() || text[position] != u')') {
-                std::cout << localNarrow(u"ожидается  ')' в позиции ") << position << "\n" << std::flush;
-                status = localErrorTypeSYNTAXcloseBracket;
-                return fail();
-            }
-            ++position;
-            call = true;
-        }
+        const bool call = position < text.size() && text[position] == u'(';
+        if (call && !linkArguments(status, text, position, arguments, context, onlyCheck, form))
+            return fail();
         if (onlyCheck) {
             (*result)->setVal(1.0);
             localValueReleaseAll(arguments);
@@ -149,16 +182,8 @@ struct nameChainBuffers {
                 done = working.localValueClass->methodExecUpper(status, context, working.localValueObject,
                                                                 *nameUpper, &arguments, &returned);
             }
-            localValueReleaseAll(arguments);
-            if (!done) {
-                localValueRelease(returned);
-                std::cout << "\n" << std::flush;
-                return fail();
-            }
-            // The returned cell itself becomes the result: for a bare
-            // variable that is the variable's own cell.
-            localValueRelease(*result);
-            *result = returned;
+            if (!linkEnd(done, arguments, result, returned))
+                return false;
         }
         if (position >= text.size() || text[position] != u'.')
             break;
@@ -187,26 +212,48 @@ bool localInterpretatorUTF8::scanStringGetNameTokenAndEvaluete(localErrorType &s
     // back before anything could see them. A plain variable of a kept text
     // is answered here, before the chain sets anything up.
     const localExpressionForm::name *kept = nullptr;
-    localVariable *variable = nullptr;
     if (form != nullptr && !onlyCheck && position < text.size()) {
         kept = &form->nameToken(text, position);
-        variable = keptVariable(*kept, text, position, context);
-        if (variable != nullptr && (position >= text.size() || text[position] != u'.')) {
+        if (localVariable *variable = keptVariable(*kept, text, position, context)) {
             variable->value->linkCounterInc();
             *result = variable->value;
-            return true;
+            if (position >= text.size() || text[position] != u'.')
+                return true;
+            return nameChainRun(status, text, position, result, context, false, form, nullptr, true);
         }
     }
-    return nameChainRun(status, text, position, result, context, onlyCheck, form, kept, variable);
+    return nameChainRun(status, text, position, result, context, onlyCheck, form, kept, false);
 }
 
 bool localInterpretatorUTF8::scanStringGetNameChainCalled(localErrorType &status, const std::u16string &text,
                                                           size_t &position, localValueDescription **result,
                                                           localContextUTF8 *context, localExpressionForm *form)
 {
-    // No plain variable: a call follows the name.
+    // A call on the context itself, what the chain's first link is when "("
+    // follows the name, made here without the chain's set-up. The chain's
+    // working value, a context object that no table cell holds, is only
+    // counted: the memory dump shows it while the link runs.
     const localExpressionForm::name &kept = form->nameToken(text, position);
-    return nameChainRun(status, text, position, result, context, false, form, &kept, nullptr);
+    *result = localValueNew();
+    {
+        const workingValueCounted working;
+        const localScratch<nameChainBuffers> buffers;
+        localValueVector &arguments = buffers->arguments;
+        arguments.clear();
+        if (!linkArguments(status, text, position, arguments, context, false, form)) {
+            localValueReleaseAll(arguments);
+            localValueRelease(*result);
+            return false;
+        }
+        localValueDescription *returned = nullptr;
+        const bool done = localContextUTF8::memberCall(status, context, context, kept.upper, &arguments, &returned,
+                                                       &kept.call);
+        if (!linkEnd(done, arguments, result, returned))
+            return false;
+    }
+    if (position >= text.size() || text[position] != u'.')
+        return true;
+    return nameChainRun(status, text, position, result, context, false, form, nullptr, true);
 }
 
 bool localInterpretatorUTF8::scanStringGetParameters(localErrorType &status, const std::u16string &text,

@@ -7,12 +7,16 @@ using localTest::w;
 namespace {
 
 int nativeCalls = 0;
+// How many value objects were alive during F's last call, which the memory
+// dump shows: a kept reading must not tell from the text's.
+int64_t valuesAliveInCall = -1;
 
 // A native function that counts its calls and answers 7.
 bool countingFunction(localErrorType &status, localContextUTF8 *, void **, const std::u16string &,
                       localValueVector *, localValueDescription **result)
 {
     ++nativeCalls;
+    valuesAliveInCall = localValueDescription::counterStaticTotal;
     status = localErrorTypeOK;
     *result = localValueNew();
     (*result)->setVal(7);
@@ -41,13 +45,18 @@ localContextUTF8 *freshContext()
 }
 
 // What an evaluation gives that a kept form must give alike: success,
-// status, kind, value, end position and printed lines.
+// status, kind, value, end position, printed lines, and the values alive
+// while F ran (-1: not called).
 QStringList outcomeFields(const QString &text, localContextUTF8 *context, localExpressionForm *form)
 {
     localTest::coutCapture printed;
+    const int64_t valuesBefore = localValueDescription::counterStaticTotal;
+    valuesAliveInCall = -1;
     const localTest::evaluation outcome = evaluate(text, context, false, form);
+    const int64_t valuesInCall = valuesAliveInCall < 0 ? -1 : valuesAliveInCall - valuesBefore;
     return QStringList{QString::number(outcome.done), QString::number(outcome.status),
-                       QString::number(outcome.type), outcome.text, QString::number(outcome.position), printed.text()};
+                       QString::number(outcome.type), outcome.text, QString::number(outcome.position),
+                       printed.text(), QString::number(valuesInCall)};
 }
 
 } // namespace
@@ -140,6 +149,11 @@ private slots:
         QTest::newRow("unknown variable") << "Y" << false << 10 << -1 << "";
         QTest::newRow("member of a number") << "X.Y" << false << 51 << -1 << "";
         QTest::newRow("native call") << "F() + 1" << true << 54 << NUM << "8";
+        QTest::newRow("calls nested in arguments") << "ABS(F(F(1), 2)) * 2" << true << 54 << NUM << "14";
+        QTest::newRow("chain goes on after a call") << "CONTEXTGET().X + 1" << true << 54 << NUM << "6";
+        QTest::newRow("call on a call's context") << "CONTEXTGET().F() + 1" << true << 54 << NUM << "8";
+        QTest::newRow("member of a call's number") << "F().X" << false << 51 << -1 << "";
+        QTest::newRow("call missing its bracket") << "F(1" << false << 41 << -1 << "";
         QTest::newRow("unknown function") << "NOSUCH(1)" << false << 27 << -1 << "";
         QTest::newRow("arguments without comma") << "MESSAGE(1 2)" << false << 31 << -1 << "";
         QTest::newRow("trailing comma") << "MESSAGE(1,)" << false << 54 << -1 << "";
