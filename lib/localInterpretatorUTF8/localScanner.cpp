@@ -168,8 +168,32 @@ struct evaluatorStacks {
     }
 }
 
-bool reduceOnce(localErrorType &status, evaluatorStacks &stacks, bool onlyCheck)
+// The operator on top applied to the two operands on top, the result cell
+// taken before the operands are given back.
+[[gnu::always_inline]] inline bool reduceNumbers(localErrorType &status, evaluatorStacks &stacks)
 {
+    const int32_t operation = stacks.operators[--stacks.operatorCount];
+    localValueDescription *right = stacks.pop();
+    localValueDescription *left = stacks.pop();
+    localValueDescription *cell = localValueNew();
+    const bool done = numberOperation(status, cell, operation, left->localValueNumber, right->localValueNumber);
+    left->linkCounterDec();
+    right->linkCounterDec();
+    if (!done) {
+        cell->linkCounterDec();
+        return false;
+    }
+    stacks.push(cell);
+    return true;
+}
+
+// The same for operands of any kind; only checking, the result is 1.
+[[gnu::noinline]] bool reduceOnce(localErrorType &status, evaluatorStacks &stacks, bool onlyCheck)
+{
+    const localValueDescription *top = stacks.operands[stacks.operandCount - 1];
+    const localValueDescription *below = stacks.operands[stacks.operandCount - 2];
+    if (!onlyCheck && top->type == localValueTypeNUM && below->type == localValueTypeNUM)
+        return reduceNumbers(status, stacks);
     const int32_t operation = stacks.operators[--stacks.operatorCount];
     localValueDescription *right = stacks.pop();
     localValueDescription *left = stacks.pop();
@@ -177,8 +201,6 @@ bool reduceOnce(localErrorType &status, evaluatorStacks &stacks, bool onlyCheck)
     bool done = true;
     if (onlyCheck) {
         cell->setVal(1.0);
-    } else if (left->type == localValueTypeNUM && right->type == localValueTypeNUM) {
-        done = numberOperation(status, cell, operation, left->localValueNumber, right->localValueNumber);
     } else if (operation == localOperatorPLUS && left->type == localValueTypeSTR && right->type == localValueTypeSTR
                && left->linkCounter == 1 && left->localValueString.size() > 64) {
         // The left text is a long intermediate that goes right after: the
@@ -198,6 +220,15 @@ bool reduceOnce(localErrorType &status, evaluatorStacks &stacks, bool onlyCheck)
     }
     stacks.push(cell);
     return true;
+}
+
+// reduceOnce, with two numbers, most reductions of a running program, inline.
+[[gnu::always_inline]] inline bool reduceRunning(localErrorType &status, evaluatorStacks &stacks)
+{
+    if (stacks.operands[stacks.operandCount - 1]->type == localValueTypeNUM
+        && stacks.operands[stacks.operandCount - 2]->type == localValueTypeNUM)
+        return reduceNumbers(status, stacks);
+    return reduceOnce(status, stacks, false);
 }
 
 // The rest of a conditional after its "?": both branches are read, only the
@@ -355,7 +386,7 @@ bool planRun(localErrorType &status, const std::u16string &text, size_t &positio
     for (++at; at != end; ++at) {
         position = at->operatorEnd;
         while (stacks.operatorCount > 0 && stacks.operators[stacks.operatorCount - 1] >= at->operation)
-            if (!reduceOnce(status, stacks, false))
+            if (!reduceRunning(status, stacks))
                 return false;
         localValueDescription *next = nullptr;
         if (!planOperand(status, text, position, *at, &next, context, form))
@@ -364,7 +395,7 @@ bool planRun(localErrorType &status, const std::u16string &text, size_t &positio
         stacks.operators[stacks.operatorCount++] = at->operation;
     }
     while (stacks.operatorCount > 0)
-        if (!reduceOnce(status, stacks, false))
+        if (!reduceRunning(status, stacks))
             return false;
     *result = stacks.pop();
     return true;
