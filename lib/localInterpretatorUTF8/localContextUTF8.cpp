@@ -342,7 +342,8 @@ localVariable *localContextUTF8::variableLookupFilling(const std::u16string &nam
 
 localVariable *localContextUTF8::variableCreate(const std::u16string &name)
 {
-    variables.push_back(localVariable{name, localValueNew()});
+    localValueDescription *cell = localValueNew();
+    variables.emplace_back(name, cell);
     variablesChanged();
     return &variables.back();
 }

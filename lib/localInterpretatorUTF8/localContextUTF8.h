@@ -21,6 +21,7 @@ typedef bool (*localGlobalFunctionHandler)(localErrorType &status, localContextU
                                            localValueVector &arguments, localValueDescription *result);
 
 struct localVariable {
+    localVariable(const std::u16string &variableName, localValueDescription *cell) : name(variableName), value(cell) {}
     std::u16string name;
     localValueDescription *value = nullptr; // the variable's own link
 };

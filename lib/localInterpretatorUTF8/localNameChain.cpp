@@ -57,7 +57,7 @@ bool linkArguments(localErrorType &status, const std::u16string &text, size_t &p
 
 // A link's outcome: the returned cell becomes the chain's result, or on
 // failure everything the link holds is given back.
-bool linkEnd(bool done, localValueVector &arguments, localValueDescription **result, localValueDescription *returned)
+[[gnu::always_inline]] inline bool linkEnd(bool done, localValueVector &arguments, localValueDescription **result, localValueDescription *returned)
 {
     localValueReleaseAll(arguments);
     if (!done) {
