@@ -232,12 +232,16 @@ localValueDescription *localMemoryManager::allocateSearching()
         if (reservedCount % 64 != 0)
             freeBits.back() = (uint64_t(1) << (reservedCount % 64)) - 1;
         firstWordWithFree = 0;
+        table = cells.data();
+        cellCount = cells.size();
+        words = freeBits.data();
+        wordCount = freeBits.size();
     }
     size_t word = firstWordWithFree;
-    while (word < freeBits.size() && freeBits[word] == 0)
+    while (word < wordCount && words[word] == 0)
         ++word;
     firstWordWithFree = word;
-    if (word == freeBits.size())
+    if (word == wordCount)
         exit_FAILURE("Memory manager (localMemoryManager) overflow. Resize not available");
     return take(word);
 }

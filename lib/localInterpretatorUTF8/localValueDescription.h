@@ -176,31 +176,31 @@ public:
     // the optimiser across files would rather call it.
     [[gnu::always_inline]] localValueDescription *allocate()
     {
-        if (firstWordWithFree < freeBits.size() && freeBits[firstWordWithFree] != 0)
+        if (firstWordWithFree < wordCount && words[firstWordWithFree] != 0)
             return take(firstWordWithFree);
         return allocateSearching();
     }
-    size_t getReservedCount() const { return cells.size(); }
+    size_t getReservedCount() const { return cellCount; }
     size_t getUsedCount() const { return used; }
-    bool owns(const localValueDescription *cell) const { return indexOf(cell) < cells.size(); }
-    const localValueDescription &cellAt(size_t index) const { return cells[index]; }
+    bool owns(const localValueDescription *cell) const { return indexOf(cell) < cellCount; }
+    const localValueDescription &cellAt(size_t index) const { return table[index]; }
 
     // Bookkeeping of the free set, called when a table cell's link count
     // leaves or reaches 0.
     void cellTaken(const localValueDescription *cell)
     {
         const size_t index = indexOf(cell);
-        if (index >= cells.size())
+        if (index >= cellCount)
             return;
-        freeBits[index / 64] &= ~(uint64_t(1) << (index % 64));
+        words[index / 64] &= ~(uint64_t(1) << (index % 64));
         ++used;
     }
     [[gnu::always_inline]] void cellFreed(const localValueDescription *cell)
     {
         const size_t index = indexOf(cell);
-        if (index >= cells.size())
+        if (index >= cellCount)
             return;
-        freeBits[index / 64] |= uint64_t(1) << (index % 64);
+        words[index / 64] |= uint64_t(1) << (index % 64);
         if (index / 64 < firstWordWithFree)
             firstWordWithFree = index / 64;
         --used;
@@ -212,20 +212,20 @@ private:
     // The cell's place in the table; past its end for a value outside it.
     size_t indexOf(const localValueDescription *cell) const
     {
-        return (uintptr_t(cell) - uintptr_t(cells.data())) / sizeof(localValueDescription);
+        return (uintptr_t(cell) - uintptr_t(table)) / sizeof(localValueDescription);
     }
     // Hands out the lowest free cell of the word, which has one.
     [[gnu::always_inline]] localValueDescription *take(size_t word)
     {
-        const size_t index = word * 64 + size_t(__builtin_ctzll(freeBits[word]));
-        localValueDescription &cell = cells[index];
+        const size_t index = word * 64 + size_t(__builtin_ctzll(words[word]));
+        localValueDescription &cell = table[index];
         cell.type = localValueTypeNUM;
         cell.localValueClass = nullptr;
         cell.localValueObject = nullptr;
         cell.localValueNumber = 0.0;
         cell.localValueString.clear();
         cell.linkCounter = 1;
-        freeBits[word] &= freeBits[word] - 1;
+        words[word] &= words[word] - 1;
         ++used;
         return &cell;
     }
@@ -234,6 +234,13 @@ private:
     // One bit per cell, set while the cell is free, so that the lowest free
     // cell is found a machine word at a time.
     std::vector<uint64_t> freeBits;
+    // Where both lie and how long they are, null and 0 until the table is
+    // made; the table never grows, and these spare the hot paths the
+    // vectors' size arithmetic.
+    localValueDescription *table = nullptr;
+    size_t cellCount = 0;
+    uint64_t *words = nullptr;
+    size_t wordCount = 0;
     size_t firstWordWithFree = 0;
     size_t used = 0;
 };
