@@ -202,13 +202,6 @@ std::u16string localValueTypeWord(int32_t type)
     }
 }
 
-void localValueReleaseAll(localValueVector &cells)
-{
-    for (localValueDescription *&cell : cells)
-        localValueRelease(cell);
-    cells.clear();
-}
-
 // ---------------------------------------------------------------------------
 
 void localMemoryManager::create()

@@ -142,8 +142,8 @@ std::u16string localValueTypeWord(int32_t type);
     }
 }
 
-// Releases every cell of the vector and empties it.
-void localValueReleaseAll(localValueVector &cells);
+// Releases every cell of the vector and empties it (defined below).
+inline void localValueReleaseAll(localValueVector &cells);
 
 // Stops the program when a result parameter does not arrive null.
 [[gnu::always_inline]] inline void localResultMustBeNull(localValueDescription **result, const char *routine)
@@ -265,6 +265,14 @@ inline void localValueDescription::linkCounterDec()
     } else {
         linkCounterDrop();
     }
+}
+
+// Inline: every call gives back its arguments here.
+[[gnu::always_inline]] inline void localValueReleaseAll(localValueVector &cells)
+{
+    for (localValueDescription *&cell : cells)
+        localValueRelease(cell);
+    cells.clear();
 }
 
 // Shorthand for the allocator.
