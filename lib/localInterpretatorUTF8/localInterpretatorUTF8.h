@@ -7,6 +7,7 @@
 
 #include "localContextUTF8.h"
 #include "localExpressionForm.h"
+#include "localStack.h"
 
 #include <string>
 
@@ -96,7 +97,24 @@ public:
     static bool scanStringGetExpressionAndEvaluete(localErrorType &status, const std::u16string &text,
                                                    size_t &position, localValueDescription **result,
                                                    localContextUTF8 *context, bool onlyCheck,
-                                                localExpressionForm *form = nullptr);
+                                                   localExpressionForm *form = nullptr);
+    // The same; a plan that `form` keeps for `position` is run without the
+    // entry's call layer, which the statements and arguments of a running
+    // program would pass on every evaluation.
+    [[gnu::always_inline]] static bool expressionAt(localErrorType &status, const std::u16string &text,
+                                                    size_t &position, localValueDescription **result,
+                                                    localContextUTF8 *context, bool onlyCheck,
+                                                    localExpressionForm *form)
+    {
+        if (form != nullptr && !onlyCheck && context != nullptr && *result == nullptr) {
+            if (const localExpressionForm::plan *plan = form->planAt(position)) {
+                if (!localStackCheck(status, "scanStringGetExpressionAndEvaluete"))
+                    return false;
+                return planRun(status, text, position, *plan, result, context, form);
+            }
+        }
+        return scanStringGetExpressionAndEvaluete(status, text, position, result, context, onlyCheck, form);
+    }
     static int32_t scanStringGetUnaryOperator(const std::u16string &text, size_t &position);
     static int32_t scanStringGetBinaryOperator(const std::u16string &text, size_t &position);
     static bool binaryOperationByEnumEvaluate(localErrorType &status, localValueDescription *result,
@@ -132,8 +150,18 @@ public:
 
     // Evaluates a whole expression text; a convenience over the scanner for
     // callers that hold a complete expression, and its kept form if they have one.
-    static bool evaluate(localErrorType &status, const std::u16string &text, localValueDescription **result,
-                         localContextUTF8 *context, localExpressionForm *form = nullptr);
+    [[gnu::always_inline]] static bool evaluate(localErrorType &status, const std::u16string &text,
+                                                localValueDescription **result, localContextUTF8 *context,
+                                                localExpressionForm *form = nullptr)
+    {
+        size_t position = 0;
+        return expressionAt(status, text, position, result, context, false, form);
+    }
+    // The expression at `position` evaluated from the plan `form` keeps for
+    // it: what the scanner's reading would give, without the reads.
+    static bool planRun(localErrorType &status, const std::u16string &text, size_t &position,
+                        const localExpressionForm::plan &plan, localValueDescription **result,
+                        localContextUTF8 *context, localExpressionForm *form);
 };
 
 #endif

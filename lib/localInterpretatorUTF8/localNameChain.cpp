@@ -285,7 +285,7 @@ bool localInterpretatorUTF8::scanStringGetParameters(localErrorType &status, con
             continue;
         }
         localValueDescription *parameter = nullptr;
-        if (!scanStringGetExpressionAndEvaluete(status, text, position, &parameter, context, onlyCheck, form))
+        if (!expressionAt(status, text, position, &parameter, context, onlyCheck, form))
             return false;
         parameters.push_back(parameter);
         afterParameter = true;

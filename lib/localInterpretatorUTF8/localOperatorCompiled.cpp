@@ -35,7 +35,7 @@ bool evaluateBracketed(localErrorType &status, const localOperatorCompiled *reco
     const std::u16string &expression = record->expression;
     localExpressionForm *form = record->expressionForm();
     size_t position = 0;
-    if (!li::scanStringGetExpressionAndEvaluete(status, expression, position, result, context, false, form))
+    if (!li::expressionAt(status, expression, position, result, context, false, form))
         return false;
     li::scanStringSkipSpace(expression, position, form);
     if (position < expression.size()) {

@@ -274,7 +274,7 @@ bool bracketedOperand(localErrorType &status, const std::u16string &text, size_t
     typedef localInterpretatorUTF8 li;
     ++position;
     localValueDescription *inner = nullptr;
-    if (!li::scanStringGetExpressionAndEvaluete(status, text, position, &inner, context, onlyCheck, form))
+    if (!li::expressionAt(status, text, position, &inner, context, onlyCheck, form))
         return false;
     // A copy, so that a prefix or a reference parameter cannot reach a variable in brackets.
     *result = localValueNew();
@@ -290,10 +290,6 @@ bool bracketedOperand(localErrorType &status, const std::u16string &text, size_t
 }
 
 typedef std::vector<localExpressionForm::plan::step> planSteps;
-
-bool planRun(localErrorType &status, const std::u16string &text, size_t &position,
-             const localExpressionForm::plan &plan, localValueDescription **result, localContextUTF8 *context,
-             localExpressionForm *form);
 
 // An operand of a plan other than a variable found or a number, evaluated
 // as the scanner's operand reading would from where it starts, and leaving
@@ -326,7 +322,7 @@ bool planRun(localErrorType &status, const std::u16string &text, size_t &positio
             return false;
         ++position;
         localValueDescription *value = nullptr;
-        if (!planRun(status, text, position, *inner, &value, context, form))
+        if (!localInterpretatorUTF8::planRun(status, text, position, *inner, &value, context, form))
             return false;
         *result = localValueNew();
         localValueDescription::localValueCopyAndRelease(*result, value);
@@ -359,46 +355,6 @@ bool planRun(localErrorType &status, const std::u16string &text, size_t &positio
         return true;
     }
     return planOperandRead(status, text, position, step, result, context, form);
-}
-
-// An expression evaluated from its plan: the operands and reductions of the
-// reading below, in the same order, without the reads.
-bool planRun(localErrorType &status, const std::u16string &text, size_t &position,
-             const localExpressionForm::plan &plan, localValueDescription **result, localContextUTF8 *context,
-             localExpressionForm *form)
-{
-    typedef localExpressionForm::plan::step step;
-    const step *at = plan.steps.data();
-    const step *const end = at + plan.steps.size();
-    localValueDescription *operand = nullptr;
-    if (!planOperand(status, text, position, *at, &operand, context, form))
-        return false;
-    // A lone operand, as a bracket's or an argument's often is, is the value.
-    if (at + 1 == end && plan.unary == localUnaryNONE) {
-        *result = operand;
-        return true;
-    }
-    evaluatorStacks stacks;
-    stacks.push(operand);
-    if (plan.unary != localUnaryNONE
-        && !localInterpretatorUTF8::unaryOperationByEnumEvaluate(status, operand, plan.unary, operand))
-        return false;
-    for (++at; at != end; ++at) {
-        position = at->operatorEnd;
-        while (stacks.operatorCount > 0 && stacks.operators[stacks.operatorCount - 1] >= at->operation)
-            if (!reduceRunning(status, stacks))
-                return false;
-        localValueDescription *next = nullptr;
-        if (!planOperand(status, text, position, *at, &next, context, form))
-            return false;
-        stacks.push(next);
-        stacks.operators[stacks.operatorCount++] = at->operation;
-    }
-    while (stacks.operatorCount > 0)
-        if (!reduceRunning(status, stacks))
-            return false;
-    *result = stacks.pop();
-    return true;
 }
 
 // Where the reading of the operand at `position` starts, for a recording.
@@ -486,6 +442,46 @@ bool expressionReading(localErrorType &status, const std::u16string &text, size_
 }
 
 } // namespace
+
+// An expression evaluated from its plan: the operands and reductions of
+// expressionReading, in the same order, without the reads.
+bool localInterpretatorUTF8::planRun(localErrorType &status, const std::u16string &text, size_t &position,
+                                     const localExpressionForm::plan &plan, localValueDescription **result,
+                                     localContextUTF8 *context, localExpressionForm *form)
+{
+    typedef localExpressionForm::plan::step step;
+    const step *at = plan.steps.data();
+    const step *const end = at + plan.steps.size();
+    localValueDescription *operand = nullptr;
+    if (!planOperand(status, text, position, *at, &operand, context, form))
+        return false;
+    // A lone operand, as a bracket's or an argument's often is, is the value.
+    if (at + 1 == end && plan.unary == localUnaryNONE) {
+        *result = operand;
+        return true;
+    }
+    evaluatorStacks stacks;
+    stacks.push(operand);
+    if (plan.unary != localUnaryNONE
+        && !localInterpretatorUTF8::unaryOperationByEnumEvaluate(status, operand, plan.unary, operand))
+        return false;
+    for (++at; at != end; ++at) {
+        position = at->operatorEnd;
+        while (stacks.operatorCount > 0 && stacks.operators[stacks.operatorCount - 1] >= at->operation)
+            if (!reduceRunning(status, stacks))
+                return false;
+        localValueDescription *next = nullptr;
+        if (!planOperand(status, text, position, *at, &next, context, form))
+            return false;
+        stacks.push(next);
+        stacks.operators[stacks.operatorCount++] = at->operation;
+    }
+    while (stacks.operatorCount > 0)
+        if (!reduceRunning(status, stacks))
+            return false;
+    *result = stacks.pop();
+    return true;
+}
 
 void localInterpretatorUTF8::scanStringSkipSpaceAndComments(const std::u16string &text, size_t &position)
 {
@@ -893,22 +889,4 @@ bool localInterpretatorUTF8::unaryOperationByEnumEvaluate(localErrorType &status
     cannotOperate(operation, __func__, __LINE__);
     status = localErrorTypeINTERNAL;
     return false;
-}
-
-bool localInterpretatorUTF8::evaluate(localErrorType &status, const std::u16string &text,
-                                      localValueDescription **result, localContextUTF8 *context,
-                                      localExpressionForm *form)
-{
-    size_t position = 0;
-    // A statement's expression whose plan is kept, the commonest case, runs
-    // it without a second call layer; anything the entry would stop on or
-    // read goes to the entry.
-    if (form != nullptr && context != nullptr && *result == nullptr) {
-        if (const localExpressionForm::plan *plan = form->planAt(0)) {
-            if (!localStackCheck(status, "scanStringGetExpressionAndEvaluete"))
-                return false;
-            return planRun(status, text, position, *plan, result, context, form);
-        }
-    }
-    return scanStringGetExpressionAndEvaluete(status, text, position, result, context, false, form);
 }

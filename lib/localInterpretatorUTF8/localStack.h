@@ -20,7 +20,7 @@ inline thread_local uintptr_t localStackFloor = 0;
 
 // True when the calling thread has less stack left than a safe reserve.
 // Every evaluation asks, so the question stays inline.
-inline bool localStackExhausted()
+[[gnu::always_inline]] inline bool localStackExhausted()
 {
     if (localStackFloor == 0) {
         const uintptr_t worked = localStackFloorOfThread();
@@ -37,7 +37,7 @@ bool localStackReport(localErrorType &status, const char *where);
 
 // Checks the stack; when it is exhausted, prints one line naming `where`,
 // sets status 16 and answers false.
-inline bool localStackCheck(localErrorType &status, const char *where)
+[[gnu::always_inline]] inline bool localStackCheck(localErrorType &status, const char *where)
 {
     return !localStackExhausted() || localStackReport(status, where);
 }
