@@ -93,22 +93,6 @@ void localValueDescription::localValueCopy(localValueDescription *destination, c
     destination->objectLinkAdd();
 }
 
-void localValueDescription::localValueCopyAndRelease(localValueDescription *destination,
-                                                     localValueDescription *&source)
-{
-    if (destination != source && source->linkCounter == 1) {
-        copyAllButText(destination, source);
-        // What text a free cell keeps is never read: a cell handed out again
-        // starts empty.
-        if (!destination->localValueString.empty() || !source->localValueString.empty())
-            destination->localValueString.swap(source->localValueString);
-        destination->objectLinkAdd();
-    } else {
-        localValueCopy(destination, source);
-    }
-    localValueRelease(source);
-}
-
 void localValueDescription::setObject(void *object, localClassDeclaration *declaration)
 {
     localValueClear();

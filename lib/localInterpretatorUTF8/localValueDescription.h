@@ -275,6 +275,23 @@ inline void localValueDescription::linkCounterDec()
     cells.clear();
 }
 
+// Inline: every assignment and every bracket ends here.
+[[gnu::always_inline]] inline void
+localValueDescription::localValueCopyAndRelease(localValueDescription *destination, localValueDescription *&source)
+{
+    if (destination != source && source->linkCounter == 1) {
+        copyAllButText(destination, source);
+        // What text a free cell keeps is never read: a cell handed out again
+        // starts empty.
+        if (!destination->localValueString.empty() || !source->localValueString.empty())
+            destination->localValueString.swap(source->localValueString);
+        destination->objectLinkAdd();
+    } else {
+        localValueCopy(destination, source);
+    }
+    localValueRelease(source);
+}
+
 // Shorthand for the allocator.
 [[gnu::always_inline]] inline localValueDescription *localValueNew()
 {
