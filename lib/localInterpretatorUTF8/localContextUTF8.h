@@ -236,10 +236,12 @@ private:
         // Every variable read walks the lists: lengths and first letters
         // settle most comparisons before the texts are compared.
         const std::u16string &wanted = caseSensitive ? name : nameUpper;
-        return variable.name.size() == wanted.size()
-               && (wanted.empty()
+        const size_t length = wanted.size();
+        return variable.name.size() == length
+               && (length == 0
                    || (variable.name[0] == wanted[0]
-                       && std::char_traits<char16_t>::compare(variable.name.data(), wanted.data(), wanted.size()) == 0));
+                       && std::char_traits<char16_t>::compare(variable.name.data() + 1, wanted.data() + 1, length - 1)
+                              == 0));
     }
 };
 
