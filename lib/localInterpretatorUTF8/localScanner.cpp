@@ -168,15 +168,16 @@ struct evaluatorStacks {
     }
 }
 
-// The operator on top applied to the two operands on top, the result cell
-// taken before the operands are given back.
-[[gnu::always_inline]] inline bool reduceNumbers(localErrorType &status, evaluatorStacks &stacks)
+// The operator on top applied by `operate` to the two operands on top, into
+// a result cell taken before the operands are given back.
+template <typename Operate>
+[[gnu::always_inline]] inline bool reduceTop(evaluatorStacks &stacks, Operate operate)
 {
     const int32_t operation = stacks.operators[--stacks.operatorCount];
     localValueDescription *right = stacks.pop();
     localValueDescription *left = stacks.pop();
     localValueDescription *cell = localValueNew();
-    const bool done = numberOperation(status, cell, operation, left->localValueNumber, right->localValueNumber);
+    const bool done = operate(cell, operation, left, right);
     left->linkCounterDec();
     right->linkCounterDec();
     if (!done) {
@@ -187,6 +188,15 @@ struct evaluatorStacks {
     return true;
 }
 
+// (The GNU spelling of the attribute is the one that reaches a lambda's call.)
+[[gnu::always_inline]] inline bool reduceNumbers(localErrorType &status, evaluatorStacks &stacks)
+{
+    return reduceTop(stacks, [&](localValueDescription *cell, int32_t operation, localValueDescription *left,
+                                 localValueDescription *right) __attribute__((always_inline)) {
+        return numberOperation(status, cell, operation, left->localValueNumber, right->localValueNumber);
+    });
+}
+
 // The same for operands of any kind; only checking, the result is 1.
 [[gnu::noinline]] bool reduceOnce(localErrorType &status, evaluatorStacks &stacks, bool onlyCheck)
 {
@@ -194,32 +204,24 @@ struct evaluatorStacks {
     const localValueDescription *below = stacks.operands[stacks.operandCount - 2];
     if (!onlyCheck && top->type == localValueTypeNUM && below->type == localValueTypeNUM)
         return reduceNumbers(status, stacks);
-    const int32_t operation = stacks.operators[--stacks.operatorCount];
-    localValueDescription *right = stacks.pop();
-    localValueDescription *left = stacks.pop();
-    localValueDescription *cell = localValueNew();
-    bool done = true;
-    if (onlyCheck) {
-        cell->setVal(1.0);
-    } else if (operation == localOperatorPLUS && left->type == localValueTypeSTR && right->type == localValueTypeSTR
-               && left->linkCounter == 1 && left->localValueString.size() > 64) {
-        // The left text is a long intermediate that goes right after: the
-        // right one is appended to it where it stands, and it moves over.
-        // Short texts are copied as before: handing their blocks on raised
-        // the peak memory of a program that builds many small texts by a third.
-        left->localValueString += right->localValueString;
-        cell->setString(std::move(left->localValueString));
-    } else {
-        done = localInterpretatorUTF8::binaryOperationByEnumEvaluate(status, cell, operation, left, right);
-    }
-    left->linkCounterDec();
-    right->linkCounterDec();
-    if (!done) {
-        cell->linkCounterDec();
-        return false;
-    }
-    stacks.push(cell);
-    return true;
+    return reduceTop(stacks, [&](localValueDescription *cell, int32_t operation, localValueDescription *left,
+                                 localValueDescription *right) {
+        if (onlyCheck) {
+            cell->setVal(1.0);
+            return true;
+        }
+        if (operation == localOperatorPLUS && left->type == localValueTypeSTR && right->type == localValueTypeSTR
+            && left->linkCounter == 1 && left->localValueString.size() > 64) {
+            // The left text is a long intermediate that goes right after: the
+            // right one is appended to it where it stands, and it moves over.
+            // Short texts are copied as before: handing their blocks on raised
+            // the peak memory of a program that builds many small texts by a third.
+            left->localValueString += right->localValueString;
+            cell->setString(std::move(left->localValueString));
+            return true;
+        }
+        return localInterpretatorUTF8::binaryOperationByEnumEvaluate(status, cell, operation, left, right);
+    });
 }
 
 // reduceOnce, with two numbers, most reductions of a running program, inline.
