@@ -1,6 +1,8 @@
 // korvel-cli: the headless runner.
 //   korvel-cli FILE   runs the console line DO "FILE" in a fresh process
 //   korvel-cli        handles console lines from standard input
+//   --data DATAFILE   the application's data file (else $KORVEL_DATA_FILE,
+//                     else ../lib/Zakup200215.sqlite from the working directory)
 #include "localConsoleLine.h"
 #include "localContextUTF8.h"
 #include "localStd.h"
@@ -8,8 +10,11 @@
 
 #include <QCoreApplication>
 #include <QThread>
+#include <QVariant>
 
 #include <unistd.h>
+
+#include <cstring>
 
 #include <iostream>
 #include <string>
@@ -43,26 +48,43 @@ int runLines(localConsoleLine &console)
     }
 }
 
+int usage()
+{
+    std::cerr << "usage: korvel-cli [--data DATAFILE] [program-file]\n";
+    return 2;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     localStd::argv0Set(argv[0]);
     QCoreApplication application(argc, argv);
-    if (argc > 2) {
-        std::cerr << "usage: korvel-cli [program-file]\n";
-        return 2;
+    QString dataFile = qEnvironmentVariable("KORVEL_DATA_FILE");
+    const char *program = nullptr;
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--data") == 0) {
+            if (++i == argc)
+                return usage();
+            dataFile = QString::fromLocal8Bit(argv[i]);
+        } else if (program == nullptr) {
+            program = argv[i];
+        } else {
+            return usage();
+        }
     }
+    if (!dataFile.isEmpty())
+        application.setProperty("dataFileName", dataFile);
     // The interpreter recurses on the machine stack for every call, bracket
     // and block, so it runs on a thread with a stack of its own: deep enough
     // for some ten thousand nested calls, and small enough that the stack,
     // not the table of cells, is what a runaway recursion meets first.
     int code = 0;
-    QThread *worker = QThread::create([&code, argc, argv] {
+    QThread *worker = QThread::create([&code, program] {
         // The first context made is the global one, and the console works in it.
         localContextUTF8 *context = new localContextUTF8();
         localConsoleLine console(context);
-        code = argc == 2 ? runFile(console, argv[1]) : runLines(console);
+        code = program != nullptr ? runFile(console, program) : runLines(console);
         std::cout << std::flush;
     });
     worker->setStackSize(interpreterStackSize);

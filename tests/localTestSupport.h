@@ -4,6 +4,7 @@
 #ifndef LOCALTESTSUPPORT_H
 #define LOCALTESTSUPPORT_H
 
+#include "localServices.h"
 #include "localString.h"
 
 #include <QCoreApplication>
@@ -19,6 +20,7 @@
 #include <functional>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace localTest {
 
@@ -31,6 +33,37 @@ inline std::u16string w(const QString &text)
 {
     return localFromQString(text);
 }
+
+// Service interface that records every box instead of showing it, and
+// answers questions with `answer` (Cancel unless a test says otherwise).
+class boxRecorder : public localServices {
+public:
+    struct box {
+        boxKind kind;
+        std::u16string title;
+        std::u16string text;
+        bool question;
+    };
+    std::vector<box> boxes;
+    bool answer = false;
+
+    void messageBox(boxKind kind, const std::u16string &title, const std::u16string &text) override
+    {
+        boxes.push_back({kind, title, text, false});
+    }
+    bool questionBox(const std::u16string &title, const std::u16string &text) override
+    {
+        boxes.push_back({boxWarning, title, text, true});
+        return answer;
+    }
+    // Installs a new recorder as the services and answers it (owned there).
+    static boxRecorder *install()
+    {
+        boxRecorder *recorder = new boxRecorder;
+        localServices::install(recorder);
+        return recorder;
+    }
+};
 
 // Collects what std::cout receives while it lives.
 class coutCapture {

@@ -1,6 +1,13 @@
 #include "localServices.h"
 
 #include "localErrorType.h"
+#include "localOperatorCompiled.h"
+#include "localString.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QVariant>
 
 #include <iostream>
 #include <memory>
@@ -15,9 +22,20 @@ std::unique_ptr<localServices> &installed()
 
 localServices::~localServices() = default;
 
-void localServices::criticalBox(const std::u16string &title, const std::u16string &text)
+void localServices::messageBox(boxKind, const std::u16string &title, const std::u16string &text)
 {
     std::cout << localNarrow(title) << "\n" << localNarrow(text) << "\n" << std::flush;
+}
+
+bool localServices::questionBox(const std::u16string &title, const std::u16string &text)
+{
+    messageBox(boxWarning, title, text);
+    return false;
+}
+
+std::u16string localServices::openFileName(const std::u16string &, const std::u16string &, const std::u16string &)
+{
+    return std::u16string();
 }
 
 void localServices::fatalBox(const std::u16string &, const std::u16string &)
@@ -44,6 +62,21 @@ bool localServices::escapePressed()
 bool localServices::graphical() const
 {
     return false;
+}
+
+std::u16string localServices::applicationGetDataFullFileName()
+{
+    QString name;
+    if (QCoreApplication::instance() != nullptr)
+        name = QCoreApplication::instance()->property("dataFileName").toString();
+    if (name.isEmpty()) {
+        name = QStringLiteral("../lib/Zakup200215.sqlite");
+        logWrite(u"defaultName=" + localFromQString(name));
+    }
+    if (QFileInfo::exists(name))
+        return localFromQString(name);
+    return instance().openFileName(u"Open file database ", localFromQString(QDir::currentPath()),
+                                   u"*.sqlite *.sqlite");
 }
 
 localServices &localServices::instance()

@@ -12,8 +12,23 @@ class localServices {
 public:
     virtual ~localServices();
 
-    // A modal critical box (file write failures and the like).
-    virtual void criticalBox(const std::u16string &title, const std::u16string &text);
+    // The kinds of a box with one OK button, as the message box knows them.
+    enum boxKind { boxInformation, boxWarning, boxCritical, boxAbout };
+
+    // A modal box with one OK button and no parent. Headless: title and text
+    // are printed, each as a line.
+    virtual void messageBox(boxKind kind, const std::u16string &title, const std::u16string &text);
+    // A critical box (file write failures and the like).
+    void criticalBox(const std::u16string &title, const std::u16string &text)
+    {
+        messageBox(boxCritical, title, text);
+    }
+    // A question with OK and Cancel, Cancel the default; true for OK.
+    // Headless: printed like a box and answered with Cancel.
+    virtual bool questionBox(const std::u16string &title, const std::u16string &text);
+    // The name of an existing file to open, "" for Cancel. Headless: Cancel.
+    virtual std::u16string openFileName(const std::u16string &title, const std::u16string &folder,
+                                        const std::u16string &filter);
     // The box of the fatal stop; shown just before the process ends.
     virtual void fatalBox(const std::u16string &title, const std::u16string &text);
     // The wait cursor around long work; nested calls pair up.
@@ -30,6 +45,12 @@ public:
     virtual void editFile(const std::u16string &fileName, int32_t codePage, bool builtIn);
     // True when a screen is there (graphical-only functions may run).
     virtual bool graphical() const;
+
+    // The application's data file: the `dataFileName` setting (the
+    // application object's property) or "../lib/Zakup200215.sqlite" relative
+    // to the working directory of the moment; when that file does not exist,
+    // the user is asked for one ("" for Cancel).
+    static std::u16string applicationGetDataFullFileName();
 
     static localServices &instance();
     // Takes ownership; null restores the headless default.

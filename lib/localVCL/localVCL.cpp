@@ -5,6 +5,7 @@
 #include "localColorTable.h"
 #include "localContextUTF8.h"
 #include "localOperatorCompiled.h"
+#include "localServices.h"
 #include "localString.h"
 
 #include <QApplication>
@@ -160,15 +161,7 @@ QWidget *localVCL::applicationShowWidget(QWidget *widget, const QString &title, 
 
 QString localVCL::applicationGetDataFullFileName()
 {
-    QString name = qApp->property("dataFileName").toString();
-    if (name.isEmpty()) {
-        name = QStringLiteral("../lib/Zakup200215.sqlite");
-        logWrite(localFromQString(QStringLiteral("defaultName=") + name));
-    }
-    if (QFileInfo::exists(name))
-        return name;
-    return QFileDialog::getOpenFileName(nullptr, QStringLiteral("Open file database "), QDir::currentPath(),
-                                        QStringLiteral("*.sqlite *.sqlite"));
+    return localToQString(localServices::applicationGetDataFullFileName());
 }
 
 int localVCL::applicationMessage(const QString &text, const QString &details, int seconds)

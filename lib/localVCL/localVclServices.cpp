@@ -5,6 +5,7 @@
 #include "localString.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QProcess>
 #include <QProcessEnvironment>
@@ -29,10 +30,38 @@ public:
 
 } // namespace
 
-void localVclServices::criticalBox(const std::u16string &title, const std::u16string &text)
+void localVclServices::messageBox(boxKind kind, const std::u16string &title, const std::u16string &text)
 {
     arrowCursor cursor;
-    QMessageBox::critical(nullptr, q(title), q(text));
+    switch (kind) {
+    case boxInformation:
+        QMessageBox::information(nullptr, q(title), q(text));
+        break;
+    case boxWarning:
+        QMessageBox::warning(nullptr, q(title), q(text));
+        break;
+    case boxCritical:
+        QMessageBox::critical(nullptr, q(title), q(text));
+        break;
+    case boxAbout:
+        QMessageBox::about(nullptr, q(title), q(text));
+        break;
+    }
+}
+
+bool localVclServices::questionBox(const std::u16string &title, const std::u16string &text)
+{
+    arrowCursor cursor;
+    return QMessageBox::question(nullptr, q(title), q(text), QMessageBox::Ok | QMessageBox::Cancel,
+                                 QMessageBox::Cancel)
+           == QMessageBox::Ok;
+}
+
+std::u16string localVclServices::openFileName(const std::u16string &title, const std::u16string &folder,
+                                              const std::u16string &filter)
+{
+    arrowCursor cursor;
+    return localFromQString(QFileDialog::getOpenFileName(nullptr, q(title), q(folder), q(filter)));
 }
 
 void localVclServices::fatalBox(const std::u16string &title, const std::u16string &text)

@@ -7,7 +7,10 @@
 
 class localVclServices : public localServices {
 public:
-    void criticalBox(const std::u16string &title, const std::u16string &text) override;
+    void messageBox(boxKind kind, const std::u16string &title, const std::u16string &text) override;
+    bool questionBox(const std::u16string &title, const std::u16string &text) override;
+    std::u16string openFileName(const std::u16string &title, const std::u16string &folder,
+                                const std::u16string &filter) override;
     void fatalBox(const std::u16string &title, const std::u16string &text) override;
     void waitCursorPush() override;
     void waitCursorPop() override;

@@ -26,7 +26,7 @@ namespace {
 // reports it with the input that caused it.
 class sandboxServices : public localServices {
 public:
-    void criticalBox(const std::u16string &, const std::u16string &) override {}
+    void messageBox(boxKind, const std::u16string &, const std::u16string &) override {}
     void fatalBox(const std::u16string &title, const std::u16string &text) override
     {
         std::fprintf(stderr, "fatal stop: %s: %s\n", localNarrow(title).c_str(), localNarrow(text).c_str());

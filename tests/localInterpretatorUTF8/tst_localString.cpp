@@ -9,6 +9,7 @@
 
 #include <initializer_list>
 
+using localTest::boxRecorder;
 using localTest::fileBytes;
 using localTest::q;
 using localTest::w;
@@ -40,18 +41,6 @@ QByteArray encodeBy(int page, const QString &text)
                                                                     : utf8FromWide(wide));
 }
 
-class boxRecorder : public localServices {
-public:
-    int boxes = 0;
-    std::u16string title;
-    std::u16string text;
-    void criticalBox(const std::u16string &boxTitle, const std::u16string &boxText) override
-    {
-        ++boxes;
-        title = boxTitle;
-        text = boxText;
-    }
-};
 
 const int cp1251 = possibleCodePageCP1251;
 const int cp866 = possibleCodePageCP866;
@@ -237,16 +226,16 @@ private slots:
 
     void fileWriteFailures()
     {
-        auto *recorder = new boxRecorder;
-        localServices::install(recorder);
+        boxRecorder *recorder = boxRecorder::install();
         QVERIFY(!fileWrite(false, possibleCodePageUTF8, u"x", u""));
-        QCOMPARE(recorder->boxes, 0);
+        QCOMPARE(recorder->boxes.size(), size_t(0));
 
         const QString name = scratchFile("нет/файл.txt");
         QVERIFY(!fileWrite(false, possibleCodePageUTF8, u"x", w(name)));
-        QCOMPARE(recorder->boxes, 1);
-        QCOMPARE(q(recorder->title), QString("save"));
-        const QString text = q(recorder->text);
+        QCOMPARE(recorder->boxes.size(), size_t(1));
+        QCOMPARE(recorder->boxes[0].kind, localServices::boxCritical);
+        QCOMPARE(q(recorder->boxes[0].title), QString("save"));
+        const QString text = q(recorder->boxes[0].text);
         QVERIFY2(text.startsWith("Ошибка записи файла [" + name + "] func: fileWrite file: "), qPrintable(text));
         QVERIFY2(text.contains(QRegularExpression("localString\\.cpp line: \\d+\\z")), qPrintable(text));
     }
