@@ -1,0 +1,3 @@
+#include "localDbInstall.h"
+
+void localDbInstall() {}
