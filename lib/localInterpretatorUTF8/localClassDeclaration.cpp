@@ -112,6 +112,10 @@ bool localClassDeclaration::methodExecMember(localErrorType &status, localContex
                                              localValueVector *arguments, localValueDescription **result)
 {
     localResultMustBeNull(result, "localClassDeclaration::methodExec()");
+    if (member != nullptr && member->CALL != nullptr) {
+        void *slot = object;
+        return member->CALL(status, context, &slot, *member, arguments, result);
+    }
     localMethodFunction function = member != nullptr ? member->EXEC : nullptr;
     if (object == nullptr) {
         if (function == nullptr) {

@@ -25,11 +25,22 @@ typedef bool (*localAttribSetFunction)(localErrorType &status, localContextUTF8 
 // (object slot, delta) to the object's link count; delta 0 only asks.
 typedef int64_t (*localObjectLinkFunctionType)(void **object, int delta);
 
+struct localClassMember;
+// A method call handed the member it was found under, so that a class whose
+// members carry their own entry (`native`) needs no second lookup by name.
+typedef bool (*localMemberCallFunction)(localErrorType &status, localContextUTF8 *context, void **object,
+                                        const localClassMember &member, localValueVector *arguments,
+                                        localValueDescription **result);
+
 struct localClassMember {
     std::u16string name; // upper case; "" is the constructor, "~" the destructor
     localMethodFunction EXEC = nullptr;
     localAttribSetFunction SET = nullptr;
     localAttribGetFunction GET = nullptr;
+    // Where set, methodExec calls this instead of EXEC; EXEC stays the entry
+    // by name (same behaviour) for callers that hold no member.
+    localMemberCallFunction CALL = nullptr;
+    const void *native = nullptr; // the class's own row for this member
 };
 
 class localClassDeclaration {

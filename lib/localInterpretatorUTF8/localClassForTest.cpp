@@ -3,80 +3,68 @@
 #include "localGlobalFunctions.h"
 #include "localString.h"
 
-int64_t localClassForTest::counterStaticTotal = 0;
+#include <iterator>
 
-localClassForTest::localClassForTest()
+namespace {
+
+bool noArguments(localErrorType &status, const localValueVector &arguments)
 {
-    ++counterStaticTotal;
+    return localArgCount(status, &arguments, 0);
 }
 
-localClassForTest::~localClassForTest()
+bool methodGetInt(localErrorType &status, localClassForTest &test, localValueVector &arguments,
+                  localValueDescription *result)
 {
-    --counterStaticTotal;
-}
-
-localClassDeclaration *localClassForTest::classDeclaration()
-{
-    static localClassDeclaration *declaration = nullptr;
-    if (declaration != nullptr)
-        return declaration;
-    declaration = new localClassDeclaration;
-    declaration->className = u"TEST";
-    declaration->className2 = u"ТЕСТ";
-    declaration->description = u"тестовый класс для отладки объектно-ориентированного программирования";
-    declaration->localObjectLinkFunction = objectLinkFunction;
-    declaration->memberAdd(u"", classImplementationMethodFunction);
-    declaration->memberAdd(u"~", classImplementationMethodFunction);
-    declaration->memberAdd(u"SELF", nullptr, nullptr, attributeGet);
-    declaration->memberAdd(u"ATTRIBINT", nullptr, attributeSet, attributeGet);
-    declaration->memberAdd(u"GETINT", classImplementationMethodFunction);
-    declaration->memberAdd(u"GETINTPLUS", classImplementationMethodFunction);
-    declaration->memberAdd(u"GETINTPLUSONE", classImplementationMethodFunction);
-    declaration->memberAdd(u"TOSTRING", classImplementationMethodFunction);
-    return declaration;
-}
-
-bool localClassForTest::classImplementationMethodFunction(localErrorType &status, localContextUTF8 *, void **object,
-                                                          const std::u16string &name, localValueVector *arguments,
-                                                          localValueDescription **result)
-{
-    localClassForTest *test = static_cast<localClassForTest *>(
-        localDispatchBegin(status, object, result, "localClassForTest::classImplementationMethodFunction()"));
-    if (test == nullptr) {
-        if (!name.empty()) {
-            status = localErrorTypeMETHODnotDeclared;
-            return false;
-        }
-        (*result)->setObject(new localClassForTest, classDeclaration());
-        return true;
-    }
-    if (name == u"~") {
-        delete test;
-        return true;
-    }
-    if (arguments == nullptr) {
-        status = localErrorTypeINTERNAL;
+    if (!noArguments(status, arguments))
         return false;
-    }
-    if (name == u"GETINTPLUS") {
-        if (!localArgCount(status, arguments, 1) || !localArgType(status, arguments, 0, localValueTypeNUM))
-            return false;
-        (*result)->setVal(test->attribInt + (*arguments)[0]->localValueNumber);
-        return true;
-    }
-    if (!localArgCount(status, arguments, 0))
-        return false;
-    if (name == u"GETINT") {
-        (*result)->setVal(test->attribInt);
-    } else if (name == u"GETINTPLUSONE") {
-        (*result)->setVal(test->attribInt + 1.0);
-    } else if (name == u"TOSTRING") {
-        (*result)->setString(u"TEST ATTRIBINT=" + localNumberToWide(test->attribInt));
-    } else {
-        status = localErrorTypeMETHODunknown;
-        return false;
-    }
+    result->setVal(test.attribInt);
     return true;
+}
+
+bool methodGetIntPlus(localErrorType &status, localClassForTest &test, localValueVector &arguments,
+                      localValueDescription *result)
+{
+    if (!localArgCount(status, &arguments, 1) || !localArgType(status, &arguments, 0, localValueTypeNUM))
+        return false;
+    result->setVal(test.attribInt + arguments[0]->localValueNumber);
+    return true;
+}
+
+bool methodGetIntPlusOne(localErrorType &status, localClassForTest &test, localValueVector &arguments,
+                         localValueDescription *result)
+{
+    if (!noArguments(status, arguments))
+        return false;
+    result->setVal(test.attribInt + 1.0);
+    return true;
+}
+
+bool methodToString(localErrorType &status, localClassForTest &test, localValueVector &arguments,
+                    localValueDescription *result)
+{
+    if (!noArguments(status, arguments))
+        return false;
+    result->setString(u"TEST ATTRIBINT=" + localNumberToWide(test.attribInt));
+    return true;
+}
+
+const localClassForTest::member members[] = {
+    {u"SELF", nullptr, nullptr, localClassForTest::attributeGet, nullptr},
+    {u"ATTRIBINT", nullptr, nullptr, localClassForTest::attributeGet, localClassForTest::attributeSet},
+    {u"GETINT", nullptr, methodGetInt},
+    {u"GETINTPLUS", nullptr, methodGetIntPlus},
+    {u"GETINTPLUSONE", nullptr, methodGetIntPlusOne},
+    {u"TOSTRING", nullptr, methodToString},
+};
+
+} // namespace
+
+const localNativeClassShape<localClassForTest> &localClassForTest::classShape()
+{
+    static const localNativeClassShape<localClassForTest> shape = {
+        u"TEST", u"ТЕСТ", nullptr, u"тестовый класс для отладки объектно-ориентированного программирования",
+        "localClassForTest::classImplementationMethodFunction()", members, std::size(members)};
+    return shape;
 }
 
 bool localClassForTest::attributeGet(localErrorType &status, localContextUTF8 *, void **object,
@@ -110,11 +98,4 @@ bool localClassForTest::attributeSet(localErrorType &status, localContextUTF8 *,
     }
     test->attribInt = localTruncate32(value->localValueNumber);
     return true;
-}
-
-int64_t localClassForTest::objectLinkFunction(void **object, int delta)
-{
-    localClassForTest *test = static_cast<localClassForTest *>(*object);
-    test->objectLinks += delta;
-    return test->objectLinks;
 }

@@ -5,32 +5,20 @@
 #ifndef LOCALCLASSFORTEST_H
 #define LOCALCLASSFORTEST_H
 
-#include "localClassDeclaration.h"
+#include "localNativeClass.h"
 
 #include <cstdint>
 
-class localClassForTest {
+class localClassForTest : public localNativeClass<localClassForTest> {
 public:
     // ATTRIBINT; only a native attribute write changes it.
     int32_t attribInt = 0;
-    int64_t objectLinks = 0;
 
-    static int64_t counterStaticTotal;
-
-    localClassForTest();
-    localClassForTest(const localClassForTest &) = delete;
-    localClassForTest &operator=(const localClassForTest &) = delete;
-    virtual ~localClassForTest();
-
-    static localClassDeclaration *classDeclaration();
-    static bool classImplementationMethodFunction(localErrorType &status, localContextUTF8 *context, void **object,
-                                                  const std::u16string &name, localValueVector *arguments,
-                                                  localValueDescription **result);
+    static const localNativeClassShape<localClassForTest> &classShape();
     static bool attributeGet(localErrorType &status, localContextUTF8 *context, void **object,
                              const std::u16string &name, localValueDescription **result);
     static bool attributeSet(localErrorType &status, localContextUTF8 *context, void **object,
                              const std::u16string &name, localValueDescription *value);
-    static int64_t objectLinkFunction(void **object, int delta);
 };
 
 #endif

@@ -1,75 +1,39 @@
 #include "localDate.h"
 
 #include <cstdio>
+#include <iterator>
 
-int64_t localDateTime::counterStaticTotal = 0;
+namespace {
 
-localDateTime::localDateTime(time_t moment) : now(moment)
+bool methodToString(localErrorType &status, localDateTime &date, localValueVector &arguments,
+                    localValueDescription *result)
 {
-    ++counterStaticTotal;
-}
-
-localDateTime::~localDateTime()
-{
-    --counterStaticTotal;
-}
-
-localClassDeclaration *localDateTime::classDeclaration()
-{
-    static localClassDeclaration *declaration = nullptr;
-    if (declaration != nullptr)
-        return declaration;
-    declaration = new localClassDeclaration;
-    declaration->className = u"DATE";
-    declaration->className2 = u"ДАТА";
-    // The one declaration with a short name.
-    declaration->reserved1 = u"Дата";
-    declaration->description = u"класс ДАТА";
-    declaration->localObjectLinkFunction = objectLinkFunction;
-    declaration->memberAdd(u"", classImplementationMethodFunction);
-    declaration->memberAdd(u"~", classImplementationMethodFunction);
-    declaration->memberAdd2(u"TOSTRING", u"СТРОКА", classImplementationMethodFunction);
-    return declaration;
-}
-
-bool localDateTime::classImplementationMethodFunction(localErrorType &status, localContextUTF8 *, void **object,
-                                                      const std::u16string &name, localValueVector *arguments,
-                                                      localValueDescription **result)
-{
-    localDateTime *date = static_cast<localDateTime *>(
-        localDispatchBegin(status, object, result, "localDateTime::classImplementationMethodFunction()"));
-    if (date == nullptr) {
-        if (!name.empty()) {
-            status = localErrorTypeMETHODnotDeclared;
-            return false;
-        }
-        // The moment of creation is kept: TOSTRING shows it, not the time of the call.
-        (*result)->setObject(new localDateTime(std::time(nullptr)), classDeclaration());
-        return true;
-    }
-    if (name == u"~") {
-        delete date;
-        return true;
-    }
-    if (arguments == nullptr) {
-        status = localErrorTypeINTERNAL;
+    if (!localArgCount(status, &arguments, 0))
         return false;
-    }
-    if (name == u"TOSTRING" || name == u"СТРОКА") {
-        if (!localArgCount(status, arguments, 0))
-            return false;
-        (*result)->setString(dateTimeToString(date->now));
-        return true;
-    }
-    status = localErrorTypeMETHODunknown;
-    return false;
+    result->setString(dateTimeToString(date.now));
+    return true;
 }
 
-int64_t localDateTime::objectLinkFunction(void **object, int delta)
+const localDateTime::member members[] = {
+    {u"TOSTRING", u"СТРОКА", methodToString},
+};
+
+} // namespace
+
+const localNativeClassShape<localDateTime> &localDateTime::classShape()
 {
-    localDateTime *date = static_cast<localDateTime *>(*object);
-    date->objectLinks += delta;
-    return date->objectLinks;
+    // The one declaration with a short name.
+    static const localNativeClassShape<localDateTime> shape = {
+        u"DATE", u"ДАТА", u"Дата", u"класс ДАТА", "localDateTime::classImplementationMethodFunction()",
+        members, std::size(members)};
+    return shape;
+}
+
+bool localDateTime::construct(localErrorType &, localContextUTF8 *, localValueVector *,
+                              localValueDescription *result)
+{
+    putInCell(new localDateTime(std::time(nullptr)), result);
+    return true;
 }
 
 std::u16string dateTimeToString(time_t moment)

@@ -3,30 +3,22 @@
 #ifndef LOCALDATE_H
 #define LOCALDATE_H
 
-#include "localClassDeclaration.h"
+#include "localNativeClass.h"
 
 #include <cstdint>
 #include <ctime>
 #include <string>
 
-class localDateTime {
+class localDateTime : public localNativeClass<localDateTime> {
 public:
     time_t now;
-    // The object's own link count: the cells that hold this date.
-    int64_t objectLinks = 0;
 
-    static int64_t counterStaticTotal;
+    explicit localDateTime(time_t moment) : now(moment) {}
 
-    explicit localDateTime(time_t moment);
-    localDateTime(const localDateTime &) = delete;
-    localDateTime &operator=(const localDateTime &) = delete;
-    virtual ~localDateTime();
-
-    static localClassDeclaration *classDeclaration();
-    static bool classImplementationMethodFunction(localErrorType &status, localContextUTF8 *context, void **object,
-                                                  const std::u16string &name, localValueVector *arguments,
-                                                  localValueDescription **result);
-    static int64_t objectLinkFunction(void **object, int delta);
+    static const localNativeClassShape<localDateTime> &classShape();
+    // The moment of creation is kept: TOSTRING shows it, not the time of the call.
+    static bool construct(localErrorType &status, localContextUTF8 *context, localValueVector *arguments,
+                          localValueDescription *result);
 };
 
 // Local time as yyyymmdd:hh:mm:ss, every field zero-filled: the date has no

@@ -7,9 +7,9 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdio>
+#include <iterator>
 #include <unordered_map>
 
-int64_t localValueList::counterStaticTotal = 0;
 localListDialogs localListDialogs::handlers;
 
 namespace {
@@ -39,9 +39,6 @@ std::u16string addressText(const void *address)
 
 // --- methods of the language class ---
 // Each gets the list, the arguments (never null) and the fresh result cell.
-
-typedef bool (*listMethod)(localErrorType &status, localValueList &list, localValueVector &arguments,
-                           localValueDescription *result);
 
 // The optional string argument at `index`, "" when absent; status 33 when present
 // with another kind.
@@ -274,14 +271,9 @@ bool methodValuesAdd(localErrorType &status, localValueList &list, localValueVec
     return true;
 }
 
-struct methodRow {
-    const char16_t *english;
-    const char16_t *russian; // null: one spelling only
-    listMethod method;
-};
 
 // In the declared order of the class's members.
-const methodRow methodRows[] = {
+const localValueList::member members[] = {
     {u"TOSTRING", u"СТРОКА", methodToString},
     {u"CLEAR", u"ОЧИСТИТЬ", methodClear},
     {u"SIZE", u"КОЛИЧЕСТВО", methodSize},
@@ -300,20 +292,6 @@ const methodRow methodRows[] = {
     {u"VALUESADD", u"ЗНАЧЕНИЯДОБАВИТЬ", methodValuesAdd},
 };
 
-listMethod methodFind(const std::u16string &name)
-{
-    static const std::unordered_map<std::u16string, listMethod> byName = [] {
-        std::unordered_map<std::u16string, listMethod> names;
-        for (const methodRow &row : methodRows) {
-            names.emplace(row.english, row.method);
-            if (row.russian != nullptr)
-                names.emplace(row.russian, row.method);
-        }
-        return names;
-    }();
-    const auto found = byName.find(name);
-    return found == byName.end() ? nullptr : found->second;
-}
 
 } // namespace
 
@@ -356,15 +334,9 @@ size_t localIndexFromNumber(double number, size_t count)
 
 // ---------------------------------------------------------------------------
 
-localValueList::localValueList()
-{
-    ++counterStaticTotal;
-}
-
 localValueList::~localValueList()
 {
     clear();
-    --counterStaticTotal;
 }
 
 localValueDescription *localValueList::valueByIndex(size_t n)
@@ -493,74 +465,15 @@ QStringList localValueList::captions() const
 
 // ---------------------------------------------------------------------------
 
-localClassDeclaration *localValueList::classDeclaration()
+const localNativeClassShape<localValueList> &localValueList::classShape()
 {
-    static localClassDeclaration *declaration = nullptr;
-    if (declaration != nullptr)
-        return declaration;
-    declaration = new localClassDeclaration;
-    declaration->className = u"VALUELIST";
-    declaration->className2 = u"СПИСОКЗНАЧЕНИЙ";
-    declaration->description = u"класс СписокЗначений";
-    declaration->localObjectLinkFunction = objectLinkFunction;
-    declaration->memberAdd(u"", classImplementationMethodFunction);
-    declaration->memberAdd(u"~", classImplementationMethodFunction);
-    for (const methodRow &row : methodRows) {
-        if (row.russian != nullptr)
-            declaration->memberAdd2(row.english, row.russian, classImplementationMethodFunction);
-        else
-            declaration->memberAdd(row.english, classImplementationMethodFunction);
-    }
-    return declaration;
-}
-
-bool localValueList::classImplementationMethodFunction(localErrorType &status, localContextUTF8 *, void **object,
-                                                       const std::u16string &name, localValueVector *arguments,
-                                                       localValueDescription **result)
-{
-    localValueList *list = static_cast<localValueList *>(
-        localDispatchBegin(status, object, result, "localValueList::classImplementationMethodFunction()"));
-    if (list == nullptr) {
-        if (!name.empty()) {
-            status = localErrorTypeMETHODnotDeclared;
-            return false;
-        }
-        newInCell(*result);
-        return true;
-    }
-    if (name == u"~") {
-        delete list;
-        return true;
-    }
-    if (arguments == nullptr) {
-        status = localErrorTypeINTERNAL;
-        return false;
-    }
-    const listMethod method = methodFind(name);
-    if (method == nullptr) {
-        status = localErrorTypeMETHODunknown;
-        return false;
-    }
-    return method(status, *list, *arguments, *result);
-}
-
-int64_t localValueList::objectLinkFunction(void **object, int delta)
-{
-    localValueList *list = static_cast<localValueList *>(*object);
-    list->objectLinks += delta;
-    return list->objectLinks;
-}
-
-localValueList *localValueList::fromValue(const localValueDescription *value)
-{
-    if (value == nullptr || value->getType() != localValueTypeOBJ || value->localValueClass != classDeclaration())
-        return nullptr;
-    return static_cast<localValueList *>(value->localValueObject);
+    static const localNativeClassShape<localValueList> shape = {u"VALUELIST", u"СПИСОКЗНАЧЕНИЙ", nullptr, u"класс СписокЗначений",
+                                                             "localValueList::classImplementationMethodFunction()", members,
+                                                             std::size(members)};
+    return shape;
 }
 
 localValueList *localValueList::newInCell(localValueDescription *cell)
 {
-    localValueList *list = new localValueList;
-    cell->setObject(list, classDeclaration());
-    return list;
+    return putInCell(new localValueList, cell);
 }

@@ -5,7 +5,7 @@
 #ifndef LOCALVALUELIST_H
 #define LOCALVALUELIST_H
 
-#include "localClassDeclaration.h"
+#include "localNativeClass.h"
 
 #include <QStringList>
 
@@ -43,19 +43,11 @@ struct localListDialogs {
     static bool chooserAvailable();
 };
 
-class localValueList {
+class localValueList : public localNativeClass<localValueList> {
 public:
     uint64_t localValueMarker = 0x780000000003E3F4ULL;
     std::vector<localValueListItem> items;
-    // The object's own link count: the cells that hold this list.
-    int64_t objectLinks = 0;
-
-    static int64_t counterStaticTotal;
-
-    localValueList();
-    localValueList(const localValueList &) = delete;
-    localValueList &operator=(const localValueList &) = delete;
-    virtual ~localValueList();
+    ~localValueList() override;
 
     // --- native operations; items are addressed from 1 ---
     // Pointers into the list stay valid until the list is next changed.
@@ -96,14 +88,7 @@ public:
     QStringList captions() const;
 
     // --- the language class ---
-    static localClassDeclaration *classDeclaration();
-    static bool classImplementationMethodFunction(localErrorType &status, localContextUTF8 *context, void **object,
-                                                  const std::u16string &name, localValueVector *arguments,
-                                                  localValueDescription **result);
-    static int64_t objectLinkFunction(void **object, int delta);
-
-    // The list held by a value, or null when the value is no VALUELIST object.
-    static localValueList *fromValue(const localValueDescription *value);
+    static const localNativeClassShape<localValueList> &classShape();
     // Stores a new empty list into `cell` as an object value (its count is then 1).
     static localValueList *newInCell(localValueDescription *cell);
 };

@@ -11,7 +11,6 @@
 #include <cstddef>
 #include <cstdio>
 
-int64_t localValueTable::counterStaticTotal = 0;
 void (*localValueTable::showHandler)(localValueTable *table) = nullptr;
 
 namespace {
@@ -60,9 +59,6 @@ void exchangeWalk(std::vector<localValueTable::row> &rows, std::vector<Key> &key
 }
 
 // --- methods of the language class ---
-
-typedef bool (*tableMethod)(localErrorType &status, localValueTable &table, localValueVector &arguments,
-                            localValueDescription *result);
 
 bool rangeFault(localErrorType &status)
 {
@@ -316,14 +312,9 @@ bool methodShow(localErrorType &status, localValueTable &table, localValueVector
     return true;
 }
 
-struct methodRow {
-    const char16_t *english;
-    const char16_t *russian; // null: one spelling only
-    tableMethod method;
-};
 
 // In the declared order of the class's members.
-const methodRow methodRows[] = {
+const localValueTable::member members[] = {
     {u"TOSTRING", u"СТРОКА", methodToString},
     {u"CLEAR", u"ОЧИСТИТЬ", methodClear},
     {u"COLUMNADD", u"КОЛОНКАДОБАВИТЬ", methodColumnAdd},
@@ -343,34 +334,14 @@ const methodRow methodRows[] = {
     {u"SHOW", u"ПОКАЗАТЬ", methodShow},
 };
 
-tableMethod methodFind(const std::u16string &name)
-{
-    static const std::unordered_map<std::u16string, tableMethod> byName = [] {
-        std::unordered_map<std::u16string, tableMethod> names;
-        for (const methodRow &row : methodRows) {
-            names.emplace(row.english, row.method);
-            if (row.russian != nullptr)
-                names.emplace(row.russian, row.method);
-        }
-        return names;
-    }();
-    const auto found = byName.find(name);
-    return found == byName.end() ? nullptr : found->second;
-}
 
 } // namespace
 
 // ---------------------------------------------------------------------------
 
-localValueTable::localValueTable()
-{
-    ++counterStaticTotal;
-}
-
 localValueTable::~localValueTable()
 {
     clear();
-    --counterStaticTotal;
 }
 
 size_t localValueTable::columnAdd(const std::u16string &name)
@@ -510,74 +481,15 @@ std::u16string localValueTable::toString() const
 
 // ---------------------------------------------------------------------------
 
-localClassDeclaration *localValueTable::classDeclaration()
+const localNativeClassShape<localValueTable> &localValueTable::classShape()
 {
-    static localClassDeclaration *declaration = nullptr;
-    if (declaration != nullptr)
-        return declaration;
-    declaration = new localClassDeclaration;
-    declaration->className = u"VALUETABLE";
-    declaration->className2 = u"ТАБЛИЦАЗНАЧЕНИЙ";
-    declaration->description = u"класс ТаблицаЗначений";
-    declaration->localObjectLinkFunction = objectLinkFunction;
-    declaration->memberAdd(u"", classImplementationMethodFunction);
-    declaration->memberAdd(u"~", classImplementationMethodFunction);
-    for (const methodRow &row : methodRows) {
-        if (row.russian != nullptr)
-            declaration->memberAdd2(row.english, row.russian, classImplementationMethodFunction);
-        else
-            declaration->memberAdd(row.english, classImplementationMethodFunction);
-    }
-    return declaration;
-}
-
-bool localValueTable::classImplementationMethodFunction(localErrorType &status, localContextUTF8 *, void **object,
-                                                        const std::u16string &name, localValueVector *arguments,
-                                                        localValueDescription **result)
-{
-    localValueTable *table = static_cast<localValueTable *>(
-        localDispatchBegin(status, object, result, "localValueTable::classImplementationMethodFunction()"));
-    if (table == nullptr) {
-        if (!name.empty()) {
-            status = localErrorTypeMETHODnotDeclared;
-            return false;
-        }
-        newInCell(*result);
-        return true;
-    }
-    if (name == u"~") {
-        delete table;
-        return true;
-    }
-    if (arguments == nullptr) {
-        status = localErrorTypeINTERNAL;
-        return false;
-    }
-    const tableMethod method = methodFind(name);
-    if (method == nullptr) {
-        status = localErrorTypeMETHODunknown;
-        return false;
-    }
-    return method(status, *table, *arguments, *result);
-}
-
-int64_t localValueTable::objectLinkFunction(void **object, int delta)
-{
-    localValueTable *table = static_cast<localValueTable *>(*object);
-    table->objectLinks += delta;
-    return table->objectLinks;
-}
-
-localValueTable *localValueTable::fromValue(const localValueDescription *value)
-{
-    if (value == nullptr || value->getType() != localValueTypeOBJ || value->localValueClass != classDeclaration())
-        return nullptr;
-    return static_cast<localValueTable *>(value->localValueObject);
+    static const localNativeClassShape<localValueTable> shape = {u"VALUETABLE", u"ТАБЛИЦАЗНАЧЕНИЙ", nullptr, u"класс ТаблицаЗначений",
+                                                             "localValueTable::classImplementationMethodFunction()", members,
+                                                             std::size(members)};
+    return shape;
 }
 
 localValueTable *localValueTable::newInCell(localValueDescription *cell)
 {
-    localValueTable *table = new localValueTable;
-    cell->setObject(table, classDeclaration());
-    return table;
+    return putInCell(new localValueTable, cell);
 }

@@ -4,29 +4,21 @@
 #ifndef LOCALVALUETABLE_H
 #define LOCALVALUETABLE_H
 
-#include "localClassDeclaration.h"
+#include "localNativeClass.h"
 
 #include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-class localValueTable {
+class localValueTable : public localNativeClass<localValueTable> {
 public:
     typedef std::vector<localValueDescription> row;
 
     std::vector<std::u16string> columns;
     std::vector<row> rows;
     uint32_t rowActual = 0;
-    // The object's own link count: the cells that hold this table.
-    int64_t objectLinks = 0;
-
-    static int64_t counterStaticTotal;
-
-    localValueTable();
-    localValueTable(const localValueTable &) = delete;
-    localValueTable &operator=(const localValueTable &) = delete;
-    virtual ~localValueTable();
+    ~localValueTable() override;
 
     // --- native operations; rows and columns are addressed from 1 ---
     size_t columnsCount() const { return columns.size(); }
@@ -60,14 +52,7 @@ public:
     std::u16string toString() const;
 
     // --- the language class ---
-    static localClassDeclaration *classDeclaration();
-    static bool classImplementationMethodFunction(localErrorType &status, localContextUTF8 *context, void **object,
-                                                  const std::u16string &name, localValueVector *arguments,
-                                                  localValueDescription **result);
-    static int64_t objectLinkFunction(void **object, int delta);
-
-    // The table held by a value, or null when the value is no VALUETABLE object.
-    static localValueTable *fromValue(const localValueDescription *value);
+    static const localNativeClassShape<localValueTable> &classShape();
     // Stores a new empty table into `cell` as an object value (its count is then 1).
     static localValueTable *newInCell(localValueDescription *cell);
 
