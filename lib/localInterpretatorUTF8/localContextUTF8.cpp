@@ -33,13 +33,6 @@ std::vector<localContextUTF8::declarationGetter> &startupClasses()
     return getters;
 }
 
-std::u16string addressText(const void *address)
-{
-    char buffer[32];
-    const int length = std::snprintf(buffer, sizeof buffer, "%p", address);
-    return std::u16string(buffer, buffer + length);
-}
-
 // The contexts alive now. Function calls make and end theirs in stack order,
 // so they come and go at the end of the list. Made before main and never
 // ended, so that contexts ended at exit still find it.
@@ -233,7 +226,7 @@ localContextUTF8::localContextUTF8(localContextUTF8 *parentContext)
 {
     if (globalContext == nullptr) {
         globalContext = new localContextUTF8();
-        outputToCout(u"глобальным назначен контекст [" + addressText(globalContext) + u"]");
+        outputToCout(u"глобальным назначен контекст [" + localAddressText(globalContext) + u"]");
     }
     constructCommon(parentContext != nullptr ? parentContext : globalContext);
 }
@@ -580,7 +573,7 @@ void localContextUTF8::startupClassAdd(declarationGetter getter)
 
 std::u16string localContextUTF8::toString() const
 {
-    return u"объект класса [КОНТЕКСТ] по адресу [" + addressText(this) + u"]";
+    return u"объект класса [КОНТЕКСТ] по адресу [" + localAddressText(this) + u"]";
 }
 
 localClassDeclaration *localContextUTF8::classDeclaration()

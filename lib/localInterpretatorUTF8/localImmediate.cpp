@@ -70,13 +70,6 @@ void printLine(const std::u16string &text)
     std::cout << line;
 }
 
-std::u16string addressText(const void *address)
-{
-    char buffer[32];
-    const int length = std::snprintf(buffer, sizeof buffer, "%p", address);
-    return std::u16string(buffer, buffer + length);
-}
-
 std::u16string maskHeader(const std::u16string &header, const std::u16string &mask)
 {
     return mask.empty() ? header : header + u"с шаблоном имени [" + mask + u"]";
@@ -489,9 +482,9 @@ void localInterpretatorUTF8::dispMemo(localContextUTF8 *context, const std::u16s
             head += u" регистрозависимого ";
         if (scope == localContextUTF8::globalContext)
             head += u" ГЛОБАЛЬНОГО ";
-        head += u" контекста [" + addressText(scope) + u"]";
+        head += u" контекста [" + localAddressText(scope) + u"]";
         if (scope->parent != nullptr)
-            head += u" потомка контекста [" + addressText(scope->parent) + u"]";
+            head += u" потомка контекста [" + localAddressText(scope->parent) + u"]";
         printLine(head);
         for (const localVariable &variable : scope->variables) {
             if (!mask.empty() && !maskMatches(mask, variable.name))

@@ -553,3 +553,10 @@ std::u16string localFromQString(const QString &text)
 {
     return text.toStdU16String();
 }
+
+std::u16string localAddressText(const void *address)
+{
+    char buffer[32];
+    const int length = std::snprintf(buffer, sizeof buffer, "%p", address);
+    return std::u16string(buffer, buffer + length);
+}

@@ -73,6 +73,9 @@ std::string nameForFileSystem(const std::u16string &name);
 QString localToQString(const std::u16string &text);
 std::u16string localFromQString(const QString &text);
 
+// An object's address as listings and TOSTRING forms show it ("%p").
+std::u16string localAddressText(const void *address);
+
 // Short spelling used throughout the core.
 inline std::u16string localNumberToWide(double value)
 {

@@ -30,13 +30,6 @@ void valueTake(localValueDescription &to, localValueDescription &from)
     from.localValueObject = nullptr;
 }
 
-std::u16string addressText(const void *address)
-{
-    char buffer[32];
-    const int length = std::snprintf(buffer, sizeof buffer, "%p", address);
-    return std::u16string(buffer, buffer + length);
-}
-
 // --- methods of the language class ---
 // Each gets the list, the arguments (never null) and the fresh result cell.
 
@@ -451,7 +444,7 @@ std::u16string localValueList::toJson() const
 std::u16string localValueList::toString() const
 {
     return u"объект класса [СПИСОКЗНАЧЕНИЙ] элементов [" + localNumberToWide(double(items.size()))
-           + u"] по адресу [" + addressText(this) + u"]";
+           + u"] по адресу [" + localAddressText(this) + u"]";
 }
 
 QStringList localValueList::captions() const

@@ -15,13 +15,6 @@ void (*localValueTable::showHandler)(localValueTable *table) = nullptr;
 
 namespace {
 
-std::u16string addressText(const void *address)
-{
-    char buffer[32];
-    const int length = std::snprintf(buffer, sizeof buffer, "%p", address);
-    return std::u16string(buffer, buffer + length);
-}
-
 // The sort keys of one column, computed once so that the quadratic walk
 // compares without building string forms again.
 // The exchange walk over one column's keys: step forward while rows are in
@@ -476,7 +469,7 @@ void localValueTable::clear()
 std::u16string localValueTable::toString() const
 {
     return u"объект класса [ТАБЛИЦАЗНАЧЕНИЙ] колонок [" + localNumberToWide(double(columns.size())) + u"] рядов ["
-           + localNumberToWide(double(rows.size())) + u"] по адресу [" + addressText(this) + u"]";
+           + localNumberToWide(double(rows.size())) + u"] по адресу [" + localAddressText(this) + u"]";
 }
 
 // ---------------------------------------------------------------------------
