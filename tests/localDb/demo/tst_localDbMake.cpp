@@ -60,6 +60,7 @@ private slots:
     void demoSameOverAnyFile();
     void demoShape_data();
     void demoShape();
+    void fixture();
 
 private:
     QTemporaryDir folder;
@@ -161,6 +162,17 @@ void tst_localDbMake::demoShape()
     QFETCH(QString, sql);
     QFETCH(QString, expected);
     QCOMPARE(rows(demo, sql), expected);
+}
+
+// What the cases of tests/programs/database count on.
+void tst_localDbMake::fixture()
+{
+    const QString out = folder.filePath(QStringLiteral("fixture.sqlite"));
+    QString error;
+    QVERIFY2(localDbMake::scriptWrite(out, QStringLiteral(KORVEL_FIXTURE_SQL), error), qPrintable(error));
+    QCOMPARE(rows(out, QStringLiteral("select count(*), count(qty), (select count(*) from empty), "
+                                      "(select наименование from товары where код = '001') from goods")),
+             QStringLiteral("250|245|0|Молоко 3,2% 1 л"));
 }
 
 QTEST_GUILESS_MAIN(tst_localDbMake)
