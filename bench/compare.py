@@ -1,7 +1,11 @@
 #!/usr/bin/env python3
 """Runs each benchmark's Korvel program and its Python and Lua twins in turn,
 checks that their last lines agree, and prints median wall time, peak memory
-and the ratios Korvel/Python and Korvel/Lua with their geometric means.
+and the ratios Korvel/Python and Korvel/Lua with their geometric means. A
+benchmark without a Lua twin shows "-" in the Lua columns.
+
+The database benchmarks run on a table that this script writes first into a
+temporary folder; korvel-cli gets it with --data, the twins as their argument.
 
     compare.py --korvel PATH [--lua PATH] [--time GNU-TIME] [--runs N] [--markdown] [name ...]
 """
@@ -10,24 +14,53 @@ import datetime
 import math
 import os
 import platform
+import sqlite3
 import statistics
 import subprocess
 import sys
+import tempfile
 import time
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 
-# In the order of the table. The value table's sort is an exchange walk,
-# quadratic in the row count, where the twins use their library's n log n sort.
+# In the order of the table: name, note, whether it reads the bench database.
+# The value table's sort is an exchange walk, quadratic in the row count,
+# where the twins use their library's n log n sort.
 BENCHMARKS = [
-    ("for_sum", ""),
-    ("while_arith", ""),
-    ("fib", ""),
-    ("string_search", ""),
-    ("list_fill", ""),
-    ("table_sort", "quadratic sort by design"),
-    ("json_round_trip", ""),
+    ("for_sum", "", False),
+    ("while_arith", "", False),
+    ("fib", "", False),
+    ("string_search", "", False),
+    ("list_fill", "", False),
+    ("table_sort", "quadratic sort by design", False),
+    ("json_round_trip", "", False),
+    ("db_walk", "", True),
+    ("db_query", "", True),
 ]
+
+DATABASE_ROWS = 100000
+WORDS = ["молоко", "хлеб", "сыр", "масло", "кофе", "чай", "сок", "рис", "гречка", "творог", "сметана", "колбаса",
+         "печенье", "конфеты", "яблоко", "морковь", "tea", "coffee", "bread", "butter"]
+
+
+def database_write(path):
+    """The table goods of DATABASE_ROWS rows, the same on every run: an
+    integer key, a code of varying length, a name of two words and a number,
+    an integer price and a quantity."""
+    connection = sqlite3.connect(path)
+    connection.execute("create table goods (id integer primary key autoincrement, code char(12), descr char(100), "
+                       "price numeric(15), qty integer)")
+
+    def rows():
+        seed = 42
+        for i in range(1, DATABASE_ROWS + 1):
+            seed = (seed * 16807) % 2147483647
+            yield ("%d" % ((i * 7919) % 1000003), "%s %s %d" % (WORDS[seed % 20], WORDS[(seed >> 8) % 20], i),
+                   seed % 10000, seed % 97)
+
+    connection.executemany("insert into goods (code, descr, price, qty) values (?, ?, ?, ?)", rows())
+    connection.commit()
+    connection.close()
 
 
 def run_once(command, gnu_time):
@@ -83,24 +116,38 @@ def main():
     unknown = set(arguments.names) - {b[0] for b in BENCHMARKS}
     if unknown:
         parser.error("unknown benchmark: " + ", ".join(sorted(unknown)))
-    languages = [
-        ("korvel", lambda name: [arguments.korvel, name + ".prg"]),
-        ("python", lambda name: [arguments.python, name + ".py"]),
-        ("lua", lambda name: [arguments.lua, name + ".lua"]),
-    ]
+    with tempfile.TemporaryDirectory(prefix="korvel-bench-") as folder:
+        database = os.path.join(folder, "bench.sqlite")
+        if any(b[2] for b in chosen):
+            database_write(database)
+        rows, failed = run_all(chosen, arguments, database)
+    print_table(rows, arguments.markdown, arguments.runs)
+    return 1 if failed else 0
 
+
+def run_all(chosen, arguments, database):
+    """The table's rows and whether some outputs differed."""
+    # Each language: its file extension and its command for a file, given the
+    # database or not.
+    languages = [
+        ("korvel", ".prg", lambda file, data: [arguments.korvel] + (["--data", database] if data else []) + [file]),
+        ("python", ".py", lambda file, data: [arguments.python, file] + ([database] if data else [])),
+        ("lua", ".lua", lambda file, data: [arguments.lua, file]),
+    ]
     rows = []
     failed = False
-    for name, note in chosen:
-        times = {language: [] for language, _ in languages}
-        processor = {language: [] for language, _ in languages}
-        memory = {language: [] for language, _ in languages}
+    for name, note, data in chosen:
+        present = [(language, command(name + extension, data)) for language, extension, command in languages
+                   if os.path.exists(os.path.join(HERE, name + extension))]
+        times = {language: [] for language, _ in present}
+        processor = {language: [] for language, _ in present}
+        memory = {language: [] for language, _ in present}
         answers = {}
-        # Alternate the three, so that a change of load on the machine
+        # Alternate the languages, so that a change of load on the machine
         # falls on all of them alike.
         for _ in range(arguments.runs):
-            for language, command in languages:
-                seconds, cpu, kilobytes, answer = run_once(command(name), arguments.time)
+            for language, command in present:
+                seconds, cpu, kilobytes, answer = run_once(command, arguments.time)
                 times[language].append(seconds)
                 processor[language].append(cpu)
                 memory[language].append(kilobytes)
@@ -117,9 +164,7 @@ def main():
                      {language: statistics.median(values) for language, values in processor.items()},
                      {language: max(values) / 1024.0 for language, values in memory.items()}))
         print("%s done" % name, file=sys.stderr)
-
-    print_table(rows, arguments.markdown, arguments.runs)
-    return 1 if failed else 0
+    return rows, failed
 
 
 def print_table(rows, markdown, runs):
@@ -127,17 +172,25 @@ def print_table(rows, markdown, runs):
     # work on a shared machine disturbs less.
     header = ["benchmark", "Korvel s", "Python s", "Lua s", "K/P", "K/L", "K/P cpu", "K/L cpu", "Korvel MB",
               "Python MB", "Lua MB", "K/P mem"]
+    # A language without a twin for a benchmark has no figures there: "-".
+    def figure(form, values, language):
+        return form % values[language] if language in values else "-"
+
+    def ratio(values, other, floor=0.0):
+        return "%.2f" % (values["korvel"] / max(values[other], floor)) if other in values else "-"
+
     lines = []
     for name, note, seconds, cpu, megabytes in rows:
         lines.append([name + (" (%s)" % note if note else ""),
-                      "%.3f" % seconds["korvel"], "%.3f" % seconds["python"], "%.3f" % seconds["lua"],
-                      "%.2f" % (seconds["korvel"] / seconds["python"]), "%.2f" % (seconds["korvel"] / seconds["lua"]),
-                      "%.2f" % (cpu["korvel"] / cpu["python"]), "%.2f" % (cpu["korvel"] / max(cpu["lua"], 0.01)),
-                      "%.1f" % megabytes["korvel"], "%.1f" % megabytes["python"], "%.1f" % megabytes["lua"],
-                      "%.2f" % (megabytes["korvel"] / megabytes["python"])])
-    means = [geometric_mean([r[column]["korvel"] / max(r[column][other], 0.01) for r in rows])
+                      figure("%.3f", seconds, "korvel"), figure("%.3f", seconds, "python"),
+                      figure("%.3f", seconds, "lua"), ratio(seconds, "python"), ratio(seconds, "lua"),
+                      ratio(cpu, "python"), ratio(cpu, "lua", 0.01),
+                      figure("%.1f", megabytes, "korvel"), figure("%.1f", megabytes, "python"),
+                      figure("%.1f", megabytes, "lua"), ratio(megabytes, "python")])
+    means = [geometric_mean([r[column]["korvel"] / max(r[column][other], 0.01) for r in rows if other in r[column]])
              for column, other in [(2, "python"), (2, "lua"), (3, "python"), (3, "lua")]]
-    lines.append(["geometric mean", "", "", ""] + ["%.2f" % mean for mean in means] + ["", "", "", ""])
+    lines.append(["geometric mean", "", "", ""] + ["-" if math.isnan(mean) else "%.2f" % mean for mean in means]
+                 + ["", "", "", ""])
 
     stamp = datetime.datetime.now().strftime("%Y-%m-%d %H:%M")
     print("%s; %s; median of %d runs; load average %.2f" % (stamp, machine(), runs, os.getloadavg()[0]))

@@ -1,11 +1,19 @@
 # Runs one program case (see CMakeLists.txt) and compares its output.
 get_filename_component(directory ${CASE} DIRECTORY)
 get_filename_component(fileName ${CASE} NAME)
+set(dataArguments "")
+if(FIXTURE)
+    execute_process(COMMAND ${DB_MAKE} sql ${DATA} ${FIXTURE} RESULT_VARIABLE made ERROR_VARIABLE madeErrors)
+    if(NOT made EQUAL 0)
+        message(FATAL_ERROR "the database of ${CASE} was not made from ${FIXTURE}:\n${madeErrors}")
+    endif()
+    set(dataArguments --data ${DATA})
+endif()
 if(CASE MATCHES "\\.in$")
-    execute_process(COMMAND ${CLI} INPUT_FILE ${CASE} WORKING_DIRECTORY ${directory}
+    execute_process(COMMAND ${CLI} ${dataArguments} INPUT_FILE ${CASE} WORKING_DIRECTORY ${directory}
         OUTPUT_VARIABLE actual RESULT_VARIABLE status)
 else()
-    execute_process(COMMAND ${CLI} ${fileName} WORKING_DIRECTORY ${directory}
+    execute_process(COMMAND ${CLI} ${dataArguments} ${fileName} WORKING_DIRECTORY ${directory}
         OUTPUT_VARIABLE actual RESULT_VARIABLE status)
 endif()
 set(expectedStatus 0)
@@ -14,6 +22,10 @@ if(EXISTS ${STATUS_FILE})
     string(STRIP "${expectedStatus}" expectedStatus)
 endif()
 file(READ ${EXPECTED} expected)
+if(FIXTURE)
+    # The database lies in the build tree, wherever that is.
+    string(REPLACE "${DATA}" "<data>" actual "${actual}")
+endif()
 # Diagnostic tails name source files and lines of the interpreter, listings
 # show addresses and the machine's memory; compare without them.
 foreach(side actual expected)
