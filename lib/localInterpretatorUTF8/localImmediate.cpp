@@ -473,6 +473,12 @@ void localInterpretatorUTF8::dispClass(const std::u16string &mask)
     std::cout << std::flush;
 }
 
+std::u16string localInterpretatorUTF8::variableLine(const localVariable &variable)
+{
+    return u" var [" + variable.name + u"] : " + localValueTypeWord(variable.value->type) + u" ["
+           + variable.value->toString() + u"]";
+}
+
 void localInterpretatorUTF8::dispMemo(localContextUTF8 *context, const std::u16string &mask)
 {
     printLine(maskHeader(u"СПИСОК ПЕРЕМЕННЫХ *************** ", mask));
@@ -489,8 +495,7 @@ void localInterpretatorUTF8::dispMemo(localContextUTF8 *context, const std::u16s
         for (const localVariable &variable : scope->variables) {
             if (!mask.empty() && !maskMatches(mask, variable.name))
                 continue;
-            printLine(u" var [" + variable.name + u"] : " + localValueTypeWord(variable.value->type) + u" ["
-                      + variable.value->toString() + u"]");
+            printLine(variableLine(variable));
         }
     }
     printLine(u"Accessible RAM:" + localString::formatNumber(double(totalPhysicalMemory()), u"Ч25.0.,"));

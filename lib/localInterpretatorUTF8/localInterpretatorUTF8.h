@@ -146,6 +146,8 @@ public:
     static void dispFunc(localContextUTF8 *context, const std::u16string &mask);
     static void dispClass(const std::u16string &mask);
     static void dispMemo(localContextUTF8 *context, const std::u16string &mask);
+    // A variable as the listings show it: " var [NAME] : TYPE [value]".
+    static std::u16string variableLine(const localVariable &variable);
     static bool maskMatches(const std::u16string &mask, const std::u16string &name);
 
     // Evaluates a whole expression text; a convenience over the scanner for

@@ -19,6 +19,7 @@
 #define LOCALNATIVECLASS_H
 
 #include "localClassDeclaration.h"
+#include "localInterpretatorUTF8.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -47,6 +48,8 @@ struct localNativeClassShape {
     const char *routine;
     const localNativeMember<T> *members;
     size_t membersCount;
+    // The reader of attribute names that are no members, or null.
+    localAttribGetUpperFunction attributeFallback = nullptr;
 };
 
 template <class T>
@@ -121,6 +124,10 @@ private:
             declaration->reserved1 = shape.reserved1;
         declaration->description = shape.description;
         declaration->localObjectLinkFunction = objectLinkFunction;
+        if (shape.attributeFallback != nullptr) {
+            declaration->localClassAttribFallbackUpper = shape.attributeFallback;
+            declaration->localClassAttribFallback = attributeFallbackByName;
+        }
         declaration->memberAdd(u"", classImplementationMethodFunction);
         declaration->memberAdd(u"~", classImplementationMethodFunction);
         declaration->members[0]->CALL = declaration->members[1]->CALL = memberCall;
@@ -143,6 +150,13 @@ private:
             }
         }
         return declaration;
+    }
+
+    static bool attributeFallbackByName(localErrorType &status, localContextUTF8 *context, void **object,
+                                        const std::u16string &name, localValueDescription **result)
+    {
+        return T::classShape().attributeFallback(status, context, object, name,
+                                                 localInterpretatorUTF8::nameToUpper(name), result);
     }
 
     static const member *rowOf(const localClassMember &record) { return static_cast<const member *>(record.native); }
