@@ -5,6 +5,7 @@
 //                     else ../lib/Zakup200215.sqlite from the working directory)
 #include "localConsoleLine.h"
 #include "localContextUTF8.h"
+#include "localDbInstall.h"
 #include "localStd.h"
 #include "localString.h"
 
@@ -75,6 +76,7 @@ int main(int argc, char **argv)
     }
     if (!dataFile.isEmpty())
         application.setProperty("dataFileName", dataFile);
+    localDbInstall();
     // The interpreter recurses on the machine stack for every call, bracket
     // and block, so it runs on a thread with a stack of its own: deep enough
     // for some ten thousand nested calls, and small enough that the stack,

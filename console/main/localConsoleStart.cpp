@@ -7,6 +7,7 @@
 #include "localVclServices.h"
 
 #include "localContextUTF8.h"
+#include "localDbInstall.h"
 #include "localInterpretatorUTF8.h"
 #include "localStd.h"
 #include "localString.h"
@@ -85,6 +86,7 @@ int qMain(int argc, char **argv)
     qputenv("QT_NO_GLIB", "1");
     QApplication application(argc, argv);
     localVclInstall();
+    localDbInstall();
     const QFont font(QStringLiteral("MS Sans Serif"), 10);
     std::cout << QApplication::font().pointSize() << LOCAL_DIAG_TAIL;
     QApplication::setFont(font);
