@@ -6,7 +6,8 @@ CLASSLOAD("DATABASE");
 db = CREATEOBJECT("DATABASE");
 db.CONNECT();
 
-// Prints a value table: the column names, then a line a row.
+// Prints a value table: the column names, then a line a row (a number in a
+// cell, as the field structure's length, is written as a string).
 FUNCTION tableShow(t)
     VAR line = "";
     FOR c = 1 TO t.COLUMNSCOUNT() DO
@@ -16,7 +17,7 @@ FUNCTION tableShow(t)
     FOR r = 1 TO t.ROWSCOUNT() DO
         line = "";
         FOR c = 1 TO t.COLUMNSCOUNT() DO
-            line = line + t.VALUEGET(r, c) + " | ";
+            line = line + STRING(t.VALUEGET(r, c)) + " | ";
         ENDDO;
         ? line;
     ENDDO;

@@ -157,7 +157,7 @@ std::vector<good> goodsChosen(demoRandom &random)
                 const bool weighed = QString::fromUtf8(measure).startsWith(QStringLiteral("весовой"));
                 plain.push_back({int(f), name, weighed});
                 for (size_t m = 1; m < makers.size(); ++m)
-                    made.push_back({int(f), name + QStringLiteral(" «%1»").arg(QString::fromUtf8(makers[m])),
+                    made.push_back({int(f), name + QStringLiteral(" \"%1\"").arg(QString::fromUtf8(makers[m])),
                                     weighed});
             }
         }
