@@ -11,9 +11,15 @@ struct cliRun {
     QByteArray output;
 };
 
-cliRun runCli(const QStringList &arguments, const QByteArray &input, const QString &directory)
+cliRun runCli(const QStringList &arguments, const QByteArray &input, const QString &directory,
+              const QString &dataEnvironment = QString())
 {
     QProcess cli;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove("KORVEL_DATA_FILE");
+    if (!dataEnvironment.isEmpty())
+        environment.insert("KORVEL_DATA_FILE", dataEnvironment);
+    cli.setProcessEnvironment(environment);
     cli.setWorkingDirectory(directory);
     cli.setProcessChannelMode(QProcess::MergedChannels);
     cli.start(KORVEL_CLI, arguments);
@@ -60,9 +66,44 @@ private slots:
     {
         QTemporaryDir directory;
         QCOMPARE(runCli({"a.prg", "b.prg"}, QByteArray(), directory.path()).exitCode, 2);
+        QCOMPARE(runCli({"a.prg", "--data"}, QByteArray(), directory.path()).exitCode, 2);
         const cliRun missing = runCli({"missing.prg"}, QByteArray(), directory.path());
         QCOMPARE(missing.exitCode, 1);
         QVERIFY2(missing.output.contains("Error! Файл не найден."), missing.output.constData());
+    }
+
+    // The data file comes from --data, else from the environment, else the
+    // default beside the working directory, which is missing here: headless,
+    // nobody is asked for another, and CONNECT fails with "file not found".
+    void dataFile_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("environment");
+        QTest::addColumn<QByteArray>("connected");
+        QTest::newRow("option") << QStringList{"--data", "a.sqlite", "c.prg"} << QString() << QByteArray("[a.sqlite]");
+        QTest::newRow("environment") << QStringList{"c.prg"} << "b.sqlite" << QByteArray("[b.sqlite]");
+        QTest::newRow("option over environment")
+            << QStringList{"c.prg", "--data", "a.sqlite"} << "b.sqlite" << QByteArray("[a.sqlite]");
+        QTest::newRow("none") << QStringList{"c.prg"} << QString() << QByteArray();
+    }
+    void dataFile()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, environment);
+        QFETCH(QByteArray, connected);
+        QTemporaryDir directory;
+        writeFile(directory.filePath("a.sqlite"), QByteArray());
+        writeFile(directory.filePath("b.sqlite"), QByteArray());
+        writeFile(directory.filePath("c.prg"), "CLASSLOAD(\"DATABASE\");\n? CREATEOBJECT(\"DATABASE\").CONNECT();\n");
+        const cliRun run = runCli(arguments, QByteArray(), directory.path(), environment);
+        if (connected.isEmpty()) {
+            QCOMPARE(run.exitCode, 1);
+            QVERIFY2(run.output.startsWith("CONNECT() file \n"), run.output.constData());
+        } else {
+            QCOMPARE(run.exitCode, 0);
+            QVERIFY2(run.output.contains("fileNameForOpenQString=" + connected), run.output.constData());
+            QVERIFY(run.output.endsWith("ИСТИНА\n"));
+        }
     }
 
     // Endless recursion ends with a status and a message, and the next
