@@ -60,6 +60,23 @@ public:
     // The list of fields as rich text for a dialog.
     static std::u16string FieldsDescriptionsToHtml(const localDbFieldDescriptionVector &fields);
 
+    // --- tables ---
+    static bool dbtCreate(const std::u16string &dbName, const std::u16string &tableName,
+                          const localDbFieldDescriptionVector &fields);
+    static bool dbtDelete(const std::u16string &dbName, const std::u16string &tableName);
+    static bool dbtDeleteAfterAnswer(const std::u16string &dbName, const std::u16string &tableName);
+    static bool dbtRename(const std::u16string &dbName, const std::u16string &oldName, const std::u16string &newName);
+    static bool dbtCopy(const std::u16string &dbName, const std::u16string &sourceName,
+                        const std::u16string &targetName);
+    // Rebuilds the table as `fields` says: each field's name is its new name,
+    // its sqlName the old column whose data it takes.
+    static bool dbtAlter(const std::u16string &dbName, const std::u16string &tableName,
+                         const localDbFieldDescriptionVector &fields);
+    static bool dbtAppendFromDbt(const std::u16string &dbName, const std::u16string &targetName,
+                                 const std::u16string &sourceName, const std::u16string &fieldList);
+    static localDbFieldDescriptionVector dbtFieldsDescriptionsGet(const std::u16string &dbName,
+                                                                  const std::u16string &tableName);
+
     // --- reporting, shared by every operation of the layer ---
     // The connection of that name, without a box; false when there is none.
     static bool connectionFind(const std::u16string &dbName, QSqlDatabase &db);
