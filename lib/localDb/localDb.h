@@ -77,6 +77,29 @@ public:
     static localDbFieldDescriptionVector dbtFieldsDescriptionsGet(const std::u16string &dbName,
                                                                   const std::u16string &tableName);
 
+    // --- records ---
+    // The SQL literal of a field's value by its myType; "Error" for a type
+    // without one.
+    static std::u16string fieldLiteral(const localDbFieldDescription &field);
+    // The older rule: CHAR quoted, anything else the raw value.
+    static std::u16string fieldLiteralRaw(const localDbFieldDescription &field);
+    static int64_t dbtRecordCount(const std::u16string &dbName, const std::u16string &tableName);
+    // True when a row was found; it is then in `record`.
+    static bool dbtRecordGetById(const std::u16string &dbName, const std::u16string &tableName, int64_t id,
+                                 QSqlRecord &record);
+    // Asks first; anything but OK sends nothing.
+    static bool dbtRecordDelete(const std::u16string &dbName, const std::u16string &tableName, int64_t id);
+    static bool dbtRecordAppend(const std::u16string &dbName, const std::u16string &tableName,
+                                const localDbFieldDescriptionVector &fields);
+    // Without the key field in `fields` the update changes nothing.
+    static bool dbtRecordUpdate(const std::u16string &dbName, const std::u16string &tableName,
+                                const localDbFieldDescriptionVector &fields, const std::u16string &keyFieldName);
+    static bool d1btRecordUpdate(const std::u16string &dbName, const std::u16string &tableName,
+                                 const localDbFieldDescriptionVector &fields, const std::u16string &keyFieldName);
+    // "" when the table has no rows.
+    static std::u16string dbtFieldGetMaxVal(const std::u16string &dbName, const std::u16string &tableName,
+                                            const std::u16string &fieldName);
+
     // --- reporting, shared by every operation of the layer ---
     // The connection of that name, without a box; false when there is none.
     static bool connectionFind(const std::u16string &dbName, QSqlDatabase &db);
@@ -107,6 +130,11 @@ public:
 private:
     static QSqlDatabase mainConnectionOpen(const std::u16string &fileName, const std::u16string &title,
                                            bool &opened);
+    static bool recordStatementRun(const localDbPlace &place, const std::u16string &dbName,
+                                   const std::u16string &title, const std::u16string &head, const std::u16string &sql);
+    static bool recordUpdate(const localDbPlace &place, const std::u16string &dbName, const std::u16string &tableName,
+                             const localDbFieldDescriptionVector &fields, const std::u16string &keyFieldName,
+                             const std::u16string &title, bool rawLiterals);
 };
 
 #endif
