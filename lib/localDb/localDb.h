@@ -100,6 +100,15 @@ public:
     static std::u16string dbtFieldGetMaxVal(const std::u16string &dbName, const std::u16string &tableName,
                                             const std::u16string &fieldName);
 
+    // --- indexes ---
+    // Sorted by wide code units.
+    static std::vector<std::u16string> dbtGetIdxNames(const std::u16string &dbName, const std::u16string &tableName);
+    // In the index's order.
+    static std::vector<std::u16string> idxKeyFieldNamesGet(const std::u16string &dbName,
+                                                           const std::u16string &indexName);
+    static bool idxDelete(const std::u16string &dbName, const std::u16string &indexName);
+    static bool idxDeleteAfterAnswer(const std::u16string &dbName, const std::u16string &indexName);
+
     // --- reporting, shared by every operation of the layer ---
     // The connection of that name, without a box; false when there is none.
     static bool connectionFind(const std::u16string &dbName, QSqlDatabase &db);
