@@ -1,6 +1,10 @@
-// Indexes from SQLite's catalogue and the data source over them.
+// Indexes from SQLite's catalogue, the data source over them, and the value
+// list a program describes a browse grid with.
+#include "localDbBrowseDescription.h"
 #include "localDbDataSource200123.h"
 #include "localDbTestSupport.h"
+#include "localValueList.h"
+#include "localValueTable.h"
 
 using localDbTest::database;
 using localTest::q;
@@ -21,12 +25,30 @@ void goodsTables()
     database::exec("create table prices (id INTEGER PRIMARY KEY AUTOINCREMENT, owner INT)");
 }
 
+// A value table of text columns, stored into the list under `key`.
+void tableAdd(localValueList &list, const std::u16string &key, const std::vector<std::u16string> &columns,
+              const std::vector<std::vector<std::u16string>> &rows)
+{
+    localValueDescription holder;
+    localValueTable *table = localValueTable::newInCell(&holder);
+    for (const std::u16string &column : columns)
+        table->columnAdd(column);
+    for (const auto &values : rows) {
+        const size_t r = table->rowAdd(0);
+        for (size_t c = 0; c < values.size(); ++c)
+            table->cell(r, c + 1)->setString(values[c]);
+    }
+    list.valueAdd(&holder, key);
+}
+
 } // namespace
 
 class tst_localDbDataSource : public QObject {
     Q_OBJECT
 
 private slots:
+    void initTestCase() { localTest::globalContext(); }
+
     void indexesFromTheCatalogue()
     {
         database db;
@@ -81,6 +103,42 @@ private slots:
         QCOMPARE(db.boxTitles(), QString("localDbDataSource200123"));
         QFETCH(QString, boxEnd);
         QVERIFY2(db.lastBoxText().endsWith(boxEnd), qPrintable(db.lastBoxText()));
+    }
+
+    void listParsing_data()
+    {
+        QTest::addColumn<bool>("withGrid");
+        QTest::addColumn<QString>("columns");
+        QTest::addColumn<QString>("notice");
+        QTest::newRow("grid columns given") << true << "Code:code:80:idx_code" << "";
+        QTest::newRow("made from the select columns")
+            << false << "Ref03_CODE:Ref03_CODE:50:|Ref03_DESCR:Ref03_DESCR:250:|q:q:50:|price:price:50:"
+            << "!gridColumnsVL";
+    }
+    void listParsing()
+    {
+        QFETCH(bool, withGrid);
+        localValueList list;
+        tableAdd(list, u"aliases", {u"dbtName", u"aliasName", u"leftJoinCondition"},
+                 {{u"goods", u"tov", u""}, {u"prices", u"pr", u"pr.owner=tov.id"}});
+        tableAdd(list, u"sqlExpressions", {u"sqlExpression", u"aliasName"},
+                 {{u"tov.code", u""}, {u"tov.descr", u""}, {u"pr.owner", u"q"}, {u"price", u""}});
+        list.valueSetByPresentation(u"a_descr", u"defaultIdxName");
+        if (withGrid)
+            tableAdd(list, u"gridColumns", {u"caption", u"dataBuferColumn", u"width", u"description", u"idxName"},
+                     {{u"Code", u"code", u"80", u"", u"idx_code"}});
+        const localDbBrowseDescription description = localDbBrowseDescription::fromList(list);
+        QVERIFY(description.complete);
+        QCOMPARE(q(description.aliases[1].dbtName + description.aliases[1].leftJoinCondition),
+                 QString("pricespr.owner=tov.id"));
+        const auto &select = description.selectColumns[2];
+        QCOMPARE(q(select.expression + select.name + description.defaultIdxName), QString("pr.ownerqa_descr"));
+        QStringList columns;
+        for (const localDbGridColumn &column : description.gridColumns)
+            columns << q(column.caption) + ":" + q(column.dataBuferColumn) + ":" + QString::number(column.width) +
+                           ":" + q(column.idxName);
+        QTEST(columns.join('|'), "columns");
+        QTEST(q(description.notice), "notice");
     }
 
 };
