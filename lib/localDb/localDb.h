@@ -60,6 +60,55 @@ public:
     // The list of fields as rich text for a dialog.
     static std::u16string FieldsDescriptionsToHtml(const localDbFieldDescriptionVector &fields);
 
+    // --- tables ---
+    static bool dbtCreate(const std::u16string &dbName, const std::u16string &tableName,
+                          const localDbFieldDescriptionVector &fields);
+    static bool dbtDelete(const std::u16string &dbName, const std::u16string &tableName);
+    static bool dbtDeleteAfterAnswer(const std::u16string &dbName, const std::u16string &tableName);
+    static bool dbtRename(const std::u16string &dbName, const std::u16string &oldName, const std::u16string &newName);
+    static bool dbtCopy(const std::u16string &dbName, const std::u16string &sourceName,
+                        const std::u16string &targetName);
+    // Rebuilds the table as `fields` says: each field's name is its new name,
+    // its sqlName the old column whose data it takes.
+    static bool dbtAlter(const std::u16string &dbName, const std::u16string &tableName,
+                         const localDbFieldDescriptionVector &fields);
+    static bool dbtAppendFromDbt(const std::u16string &dbName, const std::u16string &targetName,
+                                 const std::u16string &sourceName, const std::u16string &fieldList);
+    static localDbFieldDescriptionVector dbtFieldsDescriptionsGet(const std::u16string &dbName,
+                                                                  const std::u16string &tableName);
+
+    // --- records ---
+    // The SQL literal of a field's value by its myType; "Error" for a type
+    // without one.
+    static std::u16string fieldLiteral(const localDbFieldDescription &field);
+    // The older rule: CHAR quoted, anything else the raw value.
+    static std::u16string fieldLiteralRaw(const localDbFieldDescription &field);
+    static int64_t dbtRecordCount(const std::u16string &dbName, const std::u16string &tableName);
+    // True when a row was found; it is then in `record`.
+    static bool dbtRecordGetById(const std::u16string &dbName, const std::u16string &tableName, int64_t id,
+                                 QSqlRecord &record);
+    // Asks first; anything but OK sends nothing.
+    static bool dbtRecordDelete(const std::u16string &dbName, const std::u16string &tableName, int64_t id);
+    static bool dbtRecordAppend(const std::u16string &dbName, const std::u16string &tableName,
+                                const localDbFieldDescriptionVector &fields);
+    // Without the key field in `fields` the update changes nothing.
+    static bool dbtRecordUpdate(const std::u16string &dbName, const std::u16string &tableName,
+                                const localDbFieldDescriptionVector &fields, const std::u16string &keyFieldName);
+    static bool d1btRecordUpdate(const std::u16string &dbName, const std::u16string &tableName,
+                                 const localDbFieldDescriptionVector &fields, const std::u16string &keyFieldName);
+    // "" when the table has no rows.
+    static std::u16string dbtFieldGetMaxVal(const std::u16string &dbName, const std::u16string &tableName,
+                                            const std::u16string &fieldName);
+
+    // --- indexes ---
+    // Sorted by wide code units.
+    static std::vector<std::u16string> dbtGetIdxNames(const std::u16string &dbName, const std::u16string &tableName);
+    // In the index's order.
+    static std::vector<std::u16string> idxKeyFieldNamesGet(const std::u16string &dbName,
+                                                           const std::u16string &indexName);
+    static bool idxDelete(const std::u16string &dbName, const std::u16string &indexName);
+    static bool idxDeleteAfterAnswer(const std::u16string &dbName, const std::u16string &indexName);
+
     // --- reporting, shared by every operation of the layer ---
     // The connection of that name, without a box; false when there is none.
     static bool connectionFind(const std::u16string &dbName, QSqlDatabase &db);
@@ -90,6 +139,11 @@ public:
 private:
     static QSqlDatabase mainConnectionOpen(const std::u16string &fileName, const std::u16string &title,
                                            bool &opened);
+    static bool recordStatementRun(const localDbPlace &place, const std::u16string &dbName,
+                                   const std::u16string &title, const std::u16string &head, const std::u16string &sql);
+    static bool recordUpdate(const localDbPlace &place, const std::u16string &dbName, const std::u16string &tableName,
+                             const localDbFieldDescriptionVector &fields, const std::u16string &keyFieldName,
+                             const std::u16string &title, bool rawLiterals);
 };
 
 #endif
