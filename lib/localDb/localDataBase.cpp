@@ -414,18 +414,12 @@ bool localDataBase::queryExecToValueTable(localValueTable &table, const std::u16
     QSqlQuery query(connection->database());
     query.setForwardOnly(true);
     if (!query.exec(q(sql))) {
-        const QSqlError dbError = connection->database().lastError();
+        const QSqlDatabase database = connection->database();
+        const QSqlError dbError = database.lastError();
         const QSqlError queryError = query.lastError();
-        const QString text = QStringLiteral("func: %1\n file: %2\n line: %3\n\n").arg(
-                                 QStringLiteral("queryExecToValueTable"), QStringLiteral(__FILE__),
-                                 QString::number(__LINE__))
-                             + QStringLiteral("Unable to execute query \nSQL : '") + q(sql)
-                             + QStringLiteral("'\n\nDb databaseText   : ") + dbError.databaseText()
-                             + QStringLiteral("\nDb driverText     : ") + dbError.driverText()
-                             + QStringLiteral("\nQuery databaseText: ") + queryError.databaseText()
-                             + QStringLiteral("\nQuery  driverText : ") + queryError.driverText()
-                             + QStringLiteral("\n");
-        localServices::instance().messageBox(localServices::boxCritical, u"queryExecToValueTable", w(text));
+        const std::u16string text = localDb::statementFailedText(LOCAL_DB_PLACE, u"Unable to execute query \n",
+                                                                 u"'" + sql + u"'", database, query);
+        localServices::instance().messageBox(localServices::boxCritical, u"queryExecToValueTable", text);
         table.columnAdd(u"Type");
         table.columnAdd(u"Text");
         const std::pair<const char16_t *, QString> report[] = {
