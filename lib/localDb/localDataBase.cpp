@@ -1,6 +1,7 @@
 #include "localDataBase.h"
 
 #include "localDb.h"
+#include "localDbBrowseDescription.h"
 
 #include "localContextUTF8.h"
 #include "localInterpretatorUTF8.h"
@@ -202,20 +203,27 @@ bool methodDbToString(localErrorType &status, localDataBase &db, localValueVecto
     return true;
 }
 
+// The list is read here; the window that shows it belongs to the widget
+// library. A list that lacks what a browse needs gives false, its box shown.
 bool methodBrowse(localErrorType &status, localDataBase &db, localValueVector &arguments,
                   localValueDescription *result)
 {
     if (!localArgCount(status, &arguments, 1))
         return false;
-    const localValueList *description = localValueList::fromValue(arguments[0]);
-    if (description == nullptr) {
+    const localValueList *list = localValueList::fromValue(arguments[0]);
+    if (list == nullptr) {
         status = localErrorTypePARAMtype;
         return false;
+    }
+    const localDbBrowseDescription description = localDbBrowseDescription::fromList(*list);
+    if (!description.complete) {
+        result->setBool(false);
+        return true;
     }
     if (!screenHas(reinterpret_cast<const void *>(localDataBaseWindows::handlers.browse)))
         return graphicOnly(status);
     db.connection->open();
-    if (!localDataBaseWindows::handlers.browse(status, *description))
+    if (!localDataBaseWindows::handlers.browse(status, description))
         return false;
     result->setBool(true);
     return true;

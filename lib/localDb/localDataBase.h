@@ -15,6 +15,7 @@
 #include <vector>
 
 class QSqlQuery;
+struct localDbBrowseDescription;
 class localValueList;
 class localValueTable;
 
@@ -47,8 +48,8 @@ struct localDataBaseWindows {
     void (*treeShow)(const QSqlDatabase &database) = nullptr;
     // The demonstration browse number 1 to 4 on the application's data file.
     void (*browseDemo)(int number) = nullptr;
-    // A browse window built from a program's description list.
-    bool (*browse)(localErrorType &status, const localValueList &description) = nullptr;
+    // A browse window built from a program's description list, read already.
+    bool (*browse)(localErrorType &status, const localDbBrowseDescription &description) = nullptr;
 
     static localDataBaseWindows handlers;
 };
