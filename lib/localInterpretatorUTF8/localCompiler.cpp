@@ -13,7 +13,8 @@
 //               | (FUNCTION | PROCEDURE) name "(" [ parameter { "," parameter } ] ")"
 //                    block (ENDFUNCTION | ENDPROCEDURE)
 //               | RETURN expression
-//               | immediate-statement                     (DO file, DISPLAY MEMORY...)
+//               | immediate-statement                     (DO file, DISPLAY MEMORY...:
+//                                                          one that reads past its word)
 //               | [ VAR ] name "=" expression
 //               | expression                              (a call or a member chain)
 //   parameter  := [ VAR ] name
@@ -506,14 +507,14 @@ bool compiler::statementOther(const std::u16string &word, size_t start)
     // QUIT and EXIT: the program text asks to leave, and nothing of it runs.
     if (status == localErrorTypeQUIT)
         return false;
-    if (position != start) {
-        // A command that reaches no further than its word (HELP, DIR) leaves
-        // no record: only the text behind the word makes one.
-        if (position != afterWord) {
-            localOperatorCompiled command = record(localCompiledOperatorTypeCOMMAND, start);
-            command.expression.assign(text, start, position - start);
-            block.children.push_back(std::move(command));
-        }
+    // Only a command that reads something behind its word is one here. A
+    // word that reaches no further (HELP, DIR, RUN with no name) is taken as
+    // any other word, so that it can name a variable: HELP = 2; assigns, and
+    // HELP; alone is an assignment without its "=".
+    if (position != start && position != afterWord) {
+        localOperatorCompiled command = record(localCompiledOperatorTypeCOMMAND, start);
+        command.expression.assign(text, start, position - start);
+        block.children.push_back(std::move(command));
         return true;
     }
     position = afterWord;

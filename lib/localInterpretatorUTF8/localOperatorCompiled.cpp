@@ -28,7 +28,7 @@ void writeLine(std::string &&line)
 
 // The evaluation of an assignment's text: as if the text stood in round
 // brackets, so anything the scan leaves behind is a missing ")". The bracket's
-// own copy of the value is left out; the callers copy or drop the value.
+// own copy of the value is left to the caller (see expressionRun).
 bool evaluateBracketed(localErrorType &status, const localOperatorCompiled *record, localContextUTF8 *context,
                        localValueDescription **result)
 {
@@ -130,6 +130,12 @@ bool expressionRun(localErrorType &status, localContextUTF8 *context, const loca
             status = localErrorTypeVARIABLEredeclared;
             return false;
         }
+        // The brackets around the text copy its value into a new cell before
+        // the new variable takes its own, and which cells variables hold
+        // shows in the memory dump. A variable that exists takes no cell:
+        // there the copy, made and given back with nothing taken between,
+        // would leave the table as it is, and that path goes without it.
+        localValueMoveToNewCell(*result);
         variable = context->variableCreate(record->name);
     }
     localValueDescription::localValueCopyAndRelease(variable->value, *result);

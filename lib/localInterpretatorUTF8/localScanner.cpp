@@ -279,8 +279,8 @@ bool bracketedOperand(localErrorType &status, const std::u16string &text, size_t
     if (!li::expressionAt(status, text, position, &inner, context, onlyCheck, form))
         return false;
     // A copy, so that a prefix or a reference parameter cannot reach a variable in brackets.
-    *result = localValueNew();
-    localValueDescription::localValueCopyAndRelease(*result, inner);
+    localValueMoveToNewCell(inner);
+    *result = inner;
     li::scanStringSkipSpace(text, position, form);
     if (position >= text.size() || text[position] != u')') {
         localValueRelease(*result);
@@ -326,8 +326,8 @@ typedef std::vector<localExpressionForm::plan::step> planSteps;
         localValueDescription *value = nullptr;
         if (!localInterpretatorUTF8::planRun(status, text, position, *inner, &value, context, form))
             return false;
-        *result = localValueNew();
-        localValueDescription::localValueCopyAndRelease(*result, value);
+        localValueMoveToNewCell(value);
+        *result = value;
         position = step.operandEnd;
         return true;
     }
