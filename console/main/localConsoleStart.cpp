@@ -11,6 +11,7 @@
 #include "localInterpretatorUTF8.h"
 #include "localStd.h"
 #include "localSxl.h"
+#include "localSxlWidget.h"
 #include "localString.h"
 
 #include <QApplication>
@@ -89,6 +90,7 @@ int qMain(int argc, char **argv)
     localVclInstall();
     localDbInstall();
     localSxlInstall();
+    localSxlVclInstall();
     const QFont font(QStringLiteral("MS Sans Serif"), 10);
     std::cout << QApplication::font().pointSize() << LOCAL_DIAG_TAIL;
     QApplication::setFont(font);

@@ -338,6 +338,26 @@ bool localSxl::save(const std::u16string &name)
     return true;
 }
 
+bool localSxl::cellActivate(localErrorType &status, uint32_t row, uint32_t column)
+{
+    const localContextUTF8 *foundIn = nullptr;
+    std::u16string name = u"СОБЫТИЕЯЧЕЙКААКТИВИРОВАТЬ";
+    if (context->functionLookup(name, &foundIn) == nullptr) {
+        name = u"EVENTCELLACTIVATE";
+        if (context->functionLookup(name, &foundIn) == nullptr || foundIn != context)
+            return true;
+    }
+    localValueVector arguments = {localValueNew(), localValueNew(), localValueNew()};
+    putInCell(this, arguments[0]);
+    arguments[1]->setVal(row);
+    arguments[2]->setVal(column);
+    localValueDescription *result = nullptr;
+    const bool ran = context->funcExec(status, name, &arguments, &result);
+    localValueRelease(result);
+    localValueReleaseAll(arguments);
+    return ran;
+}
+
 const localNativeClassShape<localSxl> &localSxl::classShape()
 {
     static const localNativeClassShape<localSxl> shape = {u"TABLEDOCUMENT",

@@ -46,6 +46,10 @@ public:
 
     // Writes toJson in UTF-8; remembers the name on success.
     bool save(const std::u16string &name);
+    // Calls the document's cell event with (the document, row, column):
+    // СОБЫТИЕЯЧЕЙКААКТИВИРОВАТЬ from the context or one above it, else
+    // EVENTCELLACTIVATE from the context itself. No such function: nothing.
+    bool cellActivate(localErrorType &status, uint32_t row, uint32_t column);
 
     static const localNativeClassShape<localSxl> &classShape();
     static bool construct(localErrorType &status, localContextUTF8 *context, localValueVector *arguments,

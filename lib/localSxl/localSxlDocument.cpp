@@ -348,6 +348,14 @@ QString localSxlDocument::cellTextGet(uint32_t row, uint32_t column) const
     return cell != nullptr ? cell->text : defaultCell().text;
 }
 
+size_t localSxlDocument::find(const QString &text, Qt::CaseSensitivity sensitivity) const
+{
+    for (size_t i = 1; i < cells.size(); ++i)
+        if (cells[i].text.indexOf(text, 0, sensitivity) >= 0)
+            return i;
+    return 0;
+}
+
 std::u16string localSxlDocument::toJson() const
 {
     std::u16string out = u"{\"type\" : \"SXL\",\n\"cloumns\" : [],\n\"rows\" : [],\n\"cells\" : [";

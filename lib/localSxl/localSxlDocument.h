@@ -98,6 +98,10 @@ public:
     // column 0 the row number, with row 0 the column number (the headers).
     QString cellTextGet(uint32_t row, uint32_t column) const;
 
+    // The index of the first cell behind the default one, in vector order,
+    // whose text holds `text`; 0 when none does.
+    size_t find(const QString &text, Qt::CaseSensitivity sensitivity) const;
+
     // The SXL text, character for character as the readers of the format expect.
     std::u16string toJson() const;
     // Replaces the document by the cells of an SXL text, in the text's order.
