@@ -59,6 +59,8 @@ public:
     int print(QPrinter &printer) const;
     int exportPdf(const QString &fileName) const;
 
+    QSize sizeHint() const override { return QSize(640, 360); }
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
