@@ -5,9 +5,8 @@
 #include "localGlobalFunctions.h"
 #include "localServices.h"
 #include "localString.h"
+#include "localSxlPictures.h"
 #include "localValueList.h"
-
-#include <QByteArray>
 
 #include <algorithm>
 #include <cmath>
@@ -146,8 +145,7 @@ bool methodPixmapSet(localErrorType &status, localSxl &sxl, localValueVector &ar
     if (!localArgCount(status, &arguments, 3) || !cellArguments(status, arguments, row, column)
         || !stringArgument(status, arguments, 2))
         return false;
-    const QByteArray bytes = QByteArray::fromBase64(localToQString(arguments[2]->localValueString).toLatin1());
-    sxl.document.imageSet(row, column, QImage::fromData(bytes));
+    sxl.document.imageSet(row, column, localPictureFromBase64(arguments[2]->localValueString));
     result->setVal(1);
     return true;
 }
@@ -380,4 +378,5 @@ void localSxlInstall()
 {
     localContextUTF8::startupClassAdd(localSxl::classDeclaration);
     localClassLoaderSet(u"TABLEDOCUMENT", tableDocumentRegister);
+    localPictureFunctionsRegister();
 }

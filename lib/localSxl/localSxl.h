@@ -60,7 +60,8 @@ private:
 };
 
 // Makes TABLEDOCUMENT a class of every global context made from now on and
-// known to CLASSLOAD. Both executables call it once at start-up.
+// known to CLASSLOAD, and answers the picture functions that only compute.
+// Both executables call it once at start-up, after the widget library.
 void localSxlInstall();
 
 #endif
