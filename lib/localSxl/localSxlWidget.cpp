@@ -47,7 +47,7 @@ void headerPaint(QPainter &painter, const QRect &rect, const localSxlStyle &styl
 // One cell at (x, y) of the size its column and row give it. The cursor cell
 // has every colour complemented.
 void cellPaint(QPainter &painter, const localSxlDocument &document, uint32_t row, uint32_t column, QPoint at,
-               QSize size, bool cursor)
+               QSize size, bool cursor, const QFont &baseFont)
 {
     const localSxlCell *cell = document.cellFind(row, column);
     const localSxlStyle &style = cell != nullptr && cell->style != nullptr ? *cell->style : document.defaultStyle();
@@ -69,7 +69,7 @@ void cellPaint(QPainter &painter, const localSxlDocument &document, uint32_t row
         return;
     if (!cell->image.isNull())
         painter.drawImage(inner, cell->image);
-    painter.setFont(cell->font != nullptr ? cell->qfont : painter.font());
+    painter.setFont(cell->font != nullptr ? cell->qfont : baseFont);
     painter.setPen(colour(style.colorText));
     const int horizontal = style.alignmentH < 1 ? 1 : style.alignmentH;
     const int vertical = style.alignmentV < 1 ? 128 : style.alignmentV;
@@ -103,7 +103,7 @@ void localSxlPaint(QPainter &painter, const localSxlDocument &document, const lo
         for (size_t c = 0; c < columns.size(); ++c) {
             const bool cursor = view.cursorRow == i + 1 && view.cursorColumn == c + 1;
             cellPaint(painter, document, row, view.firstColumn + uint32_t(c), QPoint(columns[c].first, y),
-                      QSize(columns[c].second, height), cursor);
+                      QSize(columns[c].second, height), cursor, baseFont);
         }
         y += height + line;
         painter.setPen(QPen(Qt::black, line));
