@@ -50,6 +50,23 @@ struct shownDocument {
     }
 };
 
+// Builds a document from "text ROW COLUMN TEXT" and "font ROW COLUMN FAMILY
+// SIZE FLAGS" steps separated by ";" and paints it; answers the pixels of
+// the cell (1, 2), with the cursor elsewhere.
+QImage cellPainted(const QString &steps)
+{
+    shownDocument shown;
+    for (const QString &step : steps.split(';', Qt::SkipEmptyParts)) {
+        const QStringList p = step.trimmed().split(' ');
+        if (p[0] == "text")
+            shown.sxl->document.textSet(p[1].toUInt(), p[2].toUInt(), p[3]);
+        else
+            shown.sxl->document.fontSet(p[1].toUInt(), p[2].toUInt(), localTest::w(p[3]), p[4].toInt(), p[5].toInt());
+    }
+    shown.sxl->cursorRow = shown.sxl->cursorColumn = 3;
+    return shown.widget.grab().toImage().copy(QRect(118, 21, 86, 21));
+}
+
 void press(QWidget &widget, const QString &keys)
 {
     for (const QString &key : keys.split(' ', Qt::SkipEmptyParts)) {
@@ -94,6 +111,36 @@ private slots:
         shown.sxl->document.textSet(30, 9, "last");
         press(shown.widget, keys);
         QCOMPARE(shown.state(), expected);
+    }
+
+    void painting_data()
+    {
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("second");
+        QTest::addColumn<bool>("same");
+        QTest::newRow("underline flag is not drawn")
+            << "text 1 2 Word; font 1 2 Serif 10 8" << "text 1 2 Word; font 1 2 Serif 10 0" << true;
+        QTest::newRow("strikeout is drawn")
+            << "text 1 2 Word; font 1 2 Serif 10 4" << "text 1 2 Word; font 1 2 Serif 10 0" << false;
+        QTest::newRow("a bold neighbour leaves the cell alone")
+            << "text 1 1 x; font 1 1 Serif 10 1; text 1 2 Word" << "text 1 2 Word" << true;
+        QTest::newRow("text is drawn") << "text 1 2 Word" << "" << false;
+    }
+    void painting()
+    {
+        QFETCH(QString, first);
+        QFETCH(QString, second);
+        QFETCH(bool, same);
+        QCOMPARE(cellPainted(first) == cellPainted(second), same);
+    }
+
+    // The cursor cell is painted in complemented colours: black on white.
+    void cursorInverted()
+    {
+        shownDocument shown;
+        const QImage image = shown.widget.grab().toImage();
+        QCOMPARE(image.pixelColor(60, 30), QColor(Qt::black));
+        QCOMPARE(image.pixelColor(140, 30), QColor(Qt::white));
     }
 
     // A wide column at the cursor moves the window on until it fits.
