@@ -203,10 +203,8 @@ localSxlStyle &localSxlCell::styleMade()
 
 localSxlFont &localSxlCell::fontMade()
 {
-    if (font == nullptr) {
+    if (font == nullptr)
         font = std::make_unique<localSxlFont>();
-        qfont = QFont(localToQString(font->family), font->size);
-    }
     return *font;
 }
 
@@ -279,23 +277,23 @@ void localSxlDocument::fontApply(localSxlCell &cell, const std::u16string &famil
     localSxlFont &font = cell.fontMade();
     if (!family.empty()) {
         font.family = family;
-        const QFont old = cell.qfont;
-        cell.qfont = QFont(localToQString(family), old.pointSize(), old.weight(), old.italic());
-        cell.qfont.setStrikeOut(old.strikeOut());
-        cell.qfont.setUnderline(old.underline());
+        const QFont old = font.qfont;
+        font.qfont = QFont(localToQString(family), old.pointSize(), old.weight(), old.italic());
+        font.qfont.setStrikeOut(old.strikeOut());
+        font.qfont.setUnderline(old.underline());
     }
     if (size > 0) {
         font.size = size;
-        cell.qfont.setPointSize(size);
+        font.qfont.setPointSize(size);
     }
     if (flags >= 0) {
         font.flags = flags;
-        cell.qfont.setWeight((flags & 1) != 0 ? 75 : 50);
-        cell.qfont.setItalic((flags & 2) != 0);
-        cell.qfont.setStrikeOut((flags & 4) != 0);
+        font.qfont.setWeight((flags & 1) != 0 ? 75 : 50);
+        font.qfont.setItalic((flags & 2) != 0);
+        font.qfont.setStrikeOut((flags & 4) != 0);
         // Underline follows the strikeout bit: documents keep and write their
         // underline flag, and the window has never drawn it.
-        cell.qfont.setUnderline((flags & 4) != 0);
+        font.qfont.setUnderline((flags & 4) != 0);
     }
 }
 

@@ -35,6 +35,10 @@ struct localSxlFont {
     std::u16string family = u"Sans Serif";
     int32_t size = 8;
     int32_t flags = 0;
+    // The font in effect, kept in step with the fields above. It lives here,
+    // with the record made on demand, because a QFont made without a screen
+    // allocates: a hundred thousand cells without a font would pay for it.
+    QFont qfont{QStringLiteral("Sans Serif"), 8};
 };
 
 struct localSxlCell {
@@ -42,7 +46,6 @@ struct localSxlCell {
     uint32_t colNumber = 0; // from 1; 0 in the default cell
     std::u16string details; // written out, never read back
     std::unique_ptr<localSxlFont> font;
-    QFont qfont; // the font in effect, kept in step with `font`
     std::unique_ptr<localSxlStyle> style;
     QString text;
     // The picture. Kept as an image, which needs no screen; the window makes

@@ -69,7 +69,7 @@ void cellPaint(QPainter &painter, const localSxlDocument &document, uint32_t row
         return;
     if (!cell->image.isNull())
         painter.drawImage(inner, cell->image);
-    painter.setFont(cell->font != nullptr ? cell->qfont : baseFont);
+    painter.setFont(cell->font != nullptr ? cell->font->qfont : baseFont);
     painter.setPen(colour(style.colorText));
     const int horizontal = style.alignmentH < 1 ? 1 : style.alignmentH;
     const int vertical = style.alignmentV < 1 ? 128 : style.alignmentV;

@@ -27,7 +27,7 @@ QString places(const localSxlDocument &document)
 
 QString fontState(const localSxlCell &cell)
 {
-    const QFont &f = cell.qfont;
+    const QFont &f = cell.font->qfont;
     return QString("%1 %2 %3 | %4 %5 b%6 i%7 s%8 u%9")
         .arg(q(cell.font->family))
         .arg(cell.font->size)
