@@ -1,9 +1,7 @@
 #include "localTestSupport.h"
 
 #include "localSxlDocument.h"
-#include "localValueList.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 using localTest::q;
@@ -28,16 +26,9 @@ QString places(const localSxlDocument &document)
 QString fontState(const localSxlCell &cell)
 {
     const QFont &f = cell.font->qfont;
-    return QString("%1 %2 %3 | %4 %5 b%6 i%7 s%8 u%9")
-        .arg(q(cell.font->family))
-        .arg(cell.font->size)
-        .arg(cell.font->flags)
-        .arg(f.family())
-        .arg(f.pointSize())
-        .arg(f.weight() == 75)
-        .arg(f.italic())
-        .arg(f.strikeOut())
-        .arg(f.underline());
+    return QString("%1 %2 %3 | %4 %5 b%6 i%7 s%8 u%9").arg(q(cell.font->family)).arg(cell.font->size)
+        .arg(cell.font->flags).arg(f.family()).arg(f.pointSize()).arg(f.weight() == 75).arg(f.italic())
+        .arg(f.strikeOut()).arg(f.underline());
 }
 
 } // namespace
@@ -130,26 +121,6 @@ private slots:
         QCOMPARE(fontState(*document.cellFind(1, 1)), expected);
     }
 
-    void readFailures_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("not JSON") << "cells" << q(localErrorText(localErrorTypeJSONparse));
-        QTest::newRow("array") << "[{\"rowNumber\" : 1}]" << "Парсинг ERROR! Результат - не объект ";
-    }
-    void readFailures()
-    {
-        QFETCH(QString, text);
-        QFETCH(QString, message);
-        localSxlDocument document;
-        document.textSet(5, 5, "kept");
-        localTest::coutCapture output;
-        QVERIFY(!document.fromJson(w(text)));
-        // The reader's own diagnostic line may come first.
-        QVERIFY2(output.text().endsWith(message + "\n"), qPrintable(output.text()));
-        QCOMPARE(document.cellTextGet(5, 5), QString("kept"));
-    }
-
     // Written and read back: the old default cell comes along as a second
     // (0, 0); styles and fonts survive, details and widths do not.
     void roundTrip()
@@ -187,59 +158,6 @@ private slots:
         QVERIFY(document.cells[1].style == nullptr && document.cells[1].font == nullptr);
         QCOMPARE(document.columnWidth(1), 85);
         QVERIFY(document.columns.empty());
-    }
-
-    void widthsAndHeights()
-    {
-        localSxlDocument document;
-        document.columnWidthSet(7, 40);
-        document.columnWidthSet(2, 10);
-        document.columnWidthSet(7, 50);
-        QCOMPARE(document.columns.size(), size_t(2));
-        QCOMPARE(document.columnWidth(2), 10);
-        QCOMPARE(document.columnWidth(7), 50);
-        QCOMPARE(document.columnWidth(3), 85);
-        document.defaultHeightSet(40);
-        QCOMPARE(document.rowHeight(1), 40);
-        QCOMPARE(document.rowHeight(4), 40);
-        QCOMPARE(document.cellTextGet(0, 9), QString("9"));
-        QCOMPARE(document.cellTextGet(12, 0), QString("12"));
-        document.clear();
-        QCOMPARE(document.columnWidth(7), 85);
-        QCOMPARE(document.rowHeight(1), 20);
-    }
-
-    void valueListForm()
-    {
-        localSxlDocument document;
-        document.textSet(1, 1, "a");
-        document.fontSet(2, 3, u"Mono", 10, 1);
-        document.colorSet(2, 3, 5, -1, -1, -1);
-        localValueDescription cell;
-        localValueList *list = document.toValueList(&cell);
-        QCOMPARE(q(list->valueByKey(u"type")->localValueString), QString("SXL"));
-        QCOMPARE(localValueList::fromValue(list->valueByKey(u"columns"))->size(), size_t(0));
-        const localValueList *cells = localValueList::fromValue(list->valueByKey(u"cells"));
-        QCOMPARE(cells->captions().join(','), QString("cell [0],cell [1],cell [2]"));
-        QCOMPARE(localValueList::fromValue(cells->valueByIndex(2))->captions().join(','),
-                 QString("rowNumber,colNumber,text,details"));
-        const localValueList *styled = localValueList::fromValue(cells->valueByIndex(3));
-        QCOMPARE(styled->captions().join(','), QString("rowNumber,colNumber,text,details,colorBorder,colorFon,"
-                                                       "colorPattern,colorText,alignmentH,alignmentV,height,width"));
-        QCOMPARE(styled->valueByKey(u"colorText")->localValueNumber, 5.0);
-    }
-
-    void loadFailures()
-    {
-        QTemporaryDir directory;
-        const QString bad = directory.filePath("bad.sxl");
-        QVERIFY(localTest::fileWrite(bad, "{\"cells\" : ["));
-        localSxlDocument document;
-        localTest::coutCapture output;
-        QVERIFY(!document.load(w(directory.filePath("missing.sxl"))));
-        QVERIFY(!document.load(w(bad)));
-        QVERIFY(output.text().startsWith(q(localErrorText(localErrorTypeFILEnotFound)) + "\n"));
-        QVERIFY(output.text().endsWith(q(localErrorText(localErrorTypeJSONparse)) + "\nError load TABLEDOCUMENT!\n"));
     }
 };
 

@@ -50,20 +50,22 @@ struct shownDocument {
     }
 };
 
-// Builds a document from "text ROW COLUMN TEXT" and "font ROW COLUMN FAMILY
-// SIZE FLAGS" steps separated by ";" and paints it; answers the pixels of
-// the cell (1, 2), with the cursor elsewhere.
+// Builds a document from "text ROW COLUMN TEXT", "font ROW COLUMN FAMILY
+// SIZE FLAGS" and "cursor ROW COLUMN" steps separated by ";" and paints it;
+// answers the pixels of the cell (1, 2). The cursor is elsewhere unless moved.
 QImage cellPainted(const QString &steps)
 {
     shownDocument shown;
+    shown.sxl->cursorRow = shown.sxl->cursorColumn = 3;
     for (const QString &step : steps.split(';', Qt::SkipEmptyParts)) {
         const QStringList p = step.trimmed().split(' ');
         if (p[0] == "text")
             shown.sxl->document.textSet(p[1].toUInt(), p[2].toUInt(), p[3]);
+        else if (p[0] == "cursor")
+            std::tie(shown.sxl->cursorRow, shown.sxl->cursorColumn) = std::make_tuple(p[1].toUInt(), p[2].toUInt());
         else
             shown.sxl->document.fontSet(p[1].toUInt(), p[2].toUInt(), localTest::w(p[3]), p[4].toInt(), p[5].toInt());
     }
-    shown.sxl->cursorRow = shown.sxl->cursorColumn = 3;
     return shown.widget.grab().toImage().copy(QRect(118, 21, 86, 21));
 }
 
@@ -81,7 +83,11 @@ void press(QWidget &widget, const QString &keys)
 class tst_localSxlWidget : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase() { localTest::globalContext(); }
+    void initTestCase()
+    {
+        localSxlInstall();
+        localTest::globalContext();
+    }
 
     // State after the keys: first row, first column, cursor row, cursor column.
     void keys_data()
@@ -125,6 +131,7 @@ private slots:
         QTest::newRow("a bold neighbour leaves the cell alone")
             << "text 1 1 x; font 1 1 Serif 10 1; text 1 2 Word" << "text 1 2 Word" << true;
         QTest::newRow("text is drawn") << "text 1 2 Word" << "" << false;
+        QTest::newRow("the cursor cell is complemented") << "cursor 1 2" << "" << false;
     }
     void painting()
     {
@@ -134,13 +141,32 @@ private slots:
         QCOMPARE(cellPainted(first) == cellPainted(second), same);
     }
 
-    // The cursor cell is painted in complemented colours: black on white.
-    void cursorInverted()
+    // SHOW from a program: the window's title, and the object kept alive by
+    // the window after the program dropped it.
+    void showFromAProgram()
     {
-        shownDocument shown;
-        const QImage image = shown.widget.grab().toImage();
-        QCOMPARE(image.pixelColor(60, 30), QColor(Qt::black));
-        QCOMPARE(image.pixelColor(140, 30), QColor(Qt::white));
+        struct screen : localServices {
+            bool graphical() const override { return true; }
+        };
+        localServices::install(new screen);
+        localSxlVclInstall();
+        const int64_t live = localSxl::counterStaticTotal;
+        {
+            localContextUTF8 program(localContextUTF8::globalContext);
+            const QString line = "CREATEOBJECT(\"TABLEDOCUMENT\").ПОКАЗАТЬ(\"Счёт\", \"118\")";
+            QCOMPARE(localTest::evaluate(line, &program).text, QString("ИСТИНА"));
+        }
+        QCOMPARE(localSxl::counterStaticTotal, live + 1);
+        QWidget *window = nullptr;
+        for (QWidget *top : QApplication::topLevelWidgets())
+            if (top->findChild<localSxlWidget *>() != nullptr)
+                window = top;
+        QVERIFY(window != nullptr);
+        QCOMPARE(window->windowTitle(), QString("Счёт [118]"));
+        window->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(localSxl::counterStaticTotal, live);
+        localServices::install(nullptr);
     }
 
     // A wide column at the cursor moves the window on until it fits.
