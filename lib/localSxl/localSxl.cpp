@@ -8,6 +8,8 @@
 #include "localSxlPictures.h"
 #include "localValueList.h"
 
+#include <QByteArray>
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -145,7 +147,8 @@ bool methodPixmapSet(localErrorType &status, localSxl &sxl, localValueVector &ar
     if (!localArgCount(status, &arguments, 3) || !cellArguments(status, arguments, row, column)
         || !stringArgument(status, arguments, 2))
         return false;
-    sxl.document.imageSet(row, column, localPictureFromBase64(arguments[2]->localValueString));
+    sxl.document.pictureSet(row, column,
+                            QByteArray::fromBase64(localToQString(arguments[2]->localValueString).toLatin1()));
     result->setVal(1);
     return true;
 }

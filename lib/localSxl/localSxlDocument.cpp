@@ -277,23 +277,22 @@ void localSxlDocument::fontApply(localSxlCell &cell, const std::u16string &famil
     localSxlFont &font = cell.fontMade();
     if (!family.empty()) {
         font.family = family;
-        const QFont old = font.qfont;
-        font.qfont = QFont(localToQString(family), old.pointSize(), old.weight(), old.italic());
-        font.qfont.setStrikeOut(old.strikeOut());
-        font.qfont.setUnderline(old.underline());
+        // A new font from the family, with the old size, weight, italic,
+        // strikeout and underline.
+        font.qfont.family = localToQString(family);
     }
     if (size > 0) {
         font.size = size;
-        font.qfont.setPointSize(size);
+        font.qfont.pointSize = size;
     }
     if (flags >= 0) {
         font.flags = flags;
-        font.qfont.setWeight((flags & 1) != 0 ? 75 : 50);
-        font.qfont.setItalic((flags & 2) != 0);
-        font.qfont.setStrikeOut((flags & 4) != 0);
+        font.qfont.weight = (flags & 1) != 0 ? 75 : 50;
+        font.qfont.italic = (flags & 2) != 0;
+        font.qfont.strikeOut = (flags & 4) != 0;
         // Underline follows the strikeout bit: documents keep and write their
         // underline flag, and the window has never drawn it.
-        font.qfont.setUnderline((flags & 4) != 0);
+        font.qfont.underline = (flags & 4) != 0;
     }
 }
 
@@ -302,9 +301,9 @@ void localSxlDocument::textSet(uint32_t row, uint32_t column, const QString &tex
     cells[cellIndex(row, column)].text = text;
 }
 
-void localSxlDocument::imageSet(uint32_t row, uint32_t column, const QImage &image)
+void localSxlDocument::pictureSet(uint32_t row, uint32_t column, const QByteArray &picture)
 {
-    cells[cellIndex(row, column)].image = image;
+    cells[cellIndex(row, column)].picture = picture;
 }
 
 int32_t localSxlDocument::columnWidth(uint32_t column) const

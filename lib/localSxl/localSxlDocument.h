@@ -1,13 +1,13 @@
 // The table document as data: a sparse sorted vector of cells with text,
 // picture, font and style, plus the column and row records that carry widths
 // and heights; its SXL text form (JSON with the type "SXL") and its value
-// list form. No widget here, so that programs without a screen fill, save and
-// load documents; the window paints from this model.
+// list form. QtCore only, so that programs without a screen fill, save and
+// load documents and korvel-cli starts without the GUI libraries; the window
+// makes fonts and images from this model.
 #ifndef LOCALSXLDOCUMENT_H
 #define LOCALSXLDOCUMENT_H
 
-#include <QFont>
-#include <QImage>
+#include <QByteArray>
 #include <QString>
 
 #include <cstddef>
@@ -35,10 +35,16 @@ struct localSxlFont {
     std::u16string family = u"Sans Serif";
     int32_t size = 8;
     int32_t flags = 0;
-    // The font in effect, kept in step with the fields above. It lives here,
-    // with the record made on demand, because a QFont made without a screen
-    // allocates: a hundred thousand cells without a font would pay for it.
-    QFont qfont{QStringLiteral("Sans Serif"), 8};
+    // The font in effect, kept in step with the fields above; the window
+    // makes its QFont from it.
+    struct face {
+        QString family = QStringLiteral("Sans Serif");
+        int pointSize = 8;
+        int weight = 50;
+        bool italic = false;
+        bool strikeOut = false;
+        bool underline = false;
+    } qfont;
 };
 
 struct localSxlCell {
@@ -48,9 +54,9 @@ struct localSxlCell {
     std::unique_ptr<localSxlFont> font;
     std::unique_ptr<localSxlStyle> style;
     QString text;
-    // The picture. Kept as an image, which needs no screen; the window makes
-    // its pixmap from it.
-    QImage image;
+    // The picture as the bytes of its file (PNG and the like); the window
+    // decodes it.
+    QByteArray picture;
 
     localSxlCell() = default;
     localSxlCell(uint32_t row, uint32_t column) : rowNumber(row), colNumber(column) {}
@@ -88,7 +94,7 @@ public:
     // An empty family, a size of 0 or less, flags below 0 keep what the cell has.
     void fontSet(uint32_t row, uint32_t column, const std::u16string &family, int32_t size, int32_t flags);
     void textSet(uint32_t row, uint32_t column, const QString &text);
-    void imageSet(uint32_t row, uint32_t column, const QImage &image);
+    void pictureSet(uint32_t row, uint32_t column, const QByteArray &picture);
 
     // From the column / row record, else the default cell's style.
     int32_t columnWidth(uint32_t column) const;

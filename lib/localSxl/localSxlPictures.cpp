@@ -1,15 +1,51 @@
 #include "localSxlPictures.h"
 
+#include "localPictureCodec.h"
+
 #include "localClassDeclaration.h"
 #include "localGlobalFunctions.h"
 #include "localString.h"
 
-#include <QBuffer>
-#include <QByteArray>
+#include <QCoreApplication>
+#include <QLibrary>
 
 #include <algorithm>
 
 namespace {
+
+const localPictureCodec *given = nullptr;
+
+// The codec, loading the module the first time; null when it is missing.
+const localPictureCodec *codec()
+{
+    static const localPictureCodec *const loaded = [] {
+        if (given != nullptr)
+            return given;
+        QLibrary module(QCoreApplication::applicationDirPath() + QStringLiteral("/korvelPictures"));
+        typedef const localPictureCodec *(*entry)();
+        const entry find = reinterpret_cast<entry>(module.resolve("korvelPictureCodec"));
+        return find != nullptr ? find() : nullptr;
+    }();
+    return loaded;
+}
+
+bool codecReady(localErrorType &status)
+{
+    if (codec() != nullptr)
+        return true;
+    status = localErrorTypeMETHODgraphicOnly;
+    return false;
+}
+
+QByteArray bytesOf(const std::u16string &base64)
+{
+    return QByteArray::fromBase64(localToQString(base64).toLatin1());
+}
+
+std::u16string base64Of(const QByteArray &bytes)
+{
+    return localFromQString(QString::fromLatin1(bytes.toBase64()));
+}
 
 bool numbersFrom(localErrorType &status, localValueVector &arguments, size_t from)
 {
@@ -22,28 +58,31 @@ bool numbersFrom(localErrorType &status, localValueVector &arguments, size_t fro
 bool pictureFromFileGet(localErrorType &status, localContextUTF8 *, localValueVector &arguments,
                         localValueDescription *result)
 {
-    if (!localArgCount(status, &arguments, 1) || !localArgType(status, &arguments, 0, localValueTypeSTR))
+    if (!localArgCount(status, &arguments, 1) || !localArgType(status, &arguments, 0, localValueTypeSTR)
+        || !codecReady(status))
         return false;
     const std::u16string &fileName = arguments[0]->localValueString;
     if (!localString::fileExist(fileName)) {
         status = localErrorTypeFILEnotFound;
         return false;
     }
-    QImage image;
-    if (!image.load(localToQString(fileName))) {
+    const QByteArray picture = codec()->fromFile(localToQString(fileName));
+    if (picture.isEmpty()) {
         status = localErrorTypePARAMvalue;
         return false;
     }
-    result->setString(localPictureToBase64(image));
+    result->setString(base64Of(picture));
     return true;
 }
 
 bool pictureSize(localErrorType &status, localValueVector &arguments, localValueDescription *result, bool width)
 {
-    if (!localArgCount(status, &arguments, 1) || !localArgType(status, &arguments, 0, localValueTypeSTR))
+    if (!localArgCount(status, &arguments, 1) || !localArgType(status, &arguments, 0, localValueTypeSTR)
+        || !codecReady(status))
         return false;
-    const QImage image = localPictureFromBase64(arguments[0]->localValueString);
-    result->setVal(width ? image.width() : image.height());
+    int w = 0, h = 0;
+    codec()->size(bytesOf(arguments[0]->localValueString), w, h);
+    result->setVal(width ? w : h);
     return true;
 }
 
@@ -64,41 +103,30 @@ bool picturePartGet(localErrorType &status, localContextUTF8 *, localValueVector
                     localValueDescription *result)
 {
     if (!localArgCountRange(status, &arguments, 3, 5) || !localArgType(status, &arguments, 0, localValueTypeSTR)
-        || !numbersFrom(status, arguments, 1))
+        || !numbersFrom(status, arguments, 1) || !codecReady(status))
         return false;
-    const QImage image = localPictureFromBase64(arguments[0]->localValueString);
+    const QByteArray picture = bytesOf(arguments[0]->localValueString);
+    int pictureWidth = 0, pictureHeight = 0;
+    codec()->size(picture, pictureWidth, pictureHeight);
     const int x = localTruncate32(arguments[1]->localValueNumber);
     const int y = localTruncate32(arguments[2]->localValueNumber);
-    int width = arguments.size() > 3 ? localTruncate32(arguments[3]->localValueNumber) : image.width() - x;
-    int height = arguments.size() > 4 ? localTruncate32(arguments[4]->localValueNumber) : image.height() - y;
-    if (x < 0 || y < 0 || width < 0 || height < 0 || x >= image.width() || y >= image.height()) {
+    int width = arguments.size() > 3 ? localTruncate32(arguments[3]->localValueNumber) : pictureWidth - x;
+    int height = arguments.size() > 4 ? localTruncate32(arguments[4]->localValueNumber) : pictureHeight - y;
+    if (x < 0 || y < 0 || width < 0 || height < 0 || x >= pictureWidth || y >= pictureHeight) {
         status = localErrorTypePARAMvalue;
         return false;
     }
-    width = std::min(width, image.width() - x);
-    height = std::min(height, image.height() - y);
-    result->setString(localPictureToBase64(image.copy(x, y, width, height)));
+    width = std::min(width, pictureWidth - x);
+    height = std::min(height, pictureHeight - y);
+    result->setString(base64Of(codec()->part(picture, x, y, width, height)));
     return true;
 }
 
 } // namespace
 
-QImage localPictureFromBase64(const std::u16string &base64)
+void localPictureFunctionsRegister(const localPictureCodec *builtIn)
 {
-    return QImage::fromData(QByteArray::fromBase64(localToQString(base64).toLatin1()));
-}
-
-std::u16string localPictureToBase64(const QImage &image)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return localFromQString(QString::fromLatin1(bytes.toBase64()));
-}
-
-void localPictureFunctionsRegister()
-{
+    given = builtIn;
     localGlobalFunctionGraphicalSet(u"PIXMAPASBASE64FROMFILEGET", pictureFromFileGet);
     localGlobalFunctionGraphicalSet(u"PIXMAPASBASE64WIDTH", pictureWidth);
     localGlobalFunctionGraphicalSet(u"PIXMAPASBASE64HEIGHT", pictureHeight);

@@ -1,18 +1,13 @@
-// The picture functions that only compute (PIXMAPASBASE64FROMFILEGET, WIDTH,
-// HEIGHT, PARTGET): they work on images, which need no screen, so programs use
-// them headless too. Pictures travel as Base64 of PNG.
+// The picture functions that only compute: PIXMAPASBASE64FROMFILEGET,
+// PIXMAPASBASE64WIDTH, PIXMAPASBASE64HEIGHT, PIXMAPASBASE64PARTGET. They work
+// headless; pictures travel as Base64 of PNG.
 #ifndef LOCALSXLPICTURES_H
 #define LOCALSXLPICTURES_H
 
-#include <QImage>
+struct localPictureCodec;
 
-#include <string>
-
-// A null image when the text is no picture.
-QImage localPictureFromBase64(const std::u16string &base64);
-std::u16string localPictureToBase64(const QImage &image);
-
-// Answers the four functions from now on.
-void localPictureFunctionsRegister();
+// Answers the four functions from now on, with `codec` when given, else with
+// the module korvelPictures loaded on first use.
+void localPictureFunctionsRegister(const localPictureCodec *codec = nullptr);
 
 #endif

@@ -2,6 +2,8 @@
 
 #include "localSxl.h"
 #include "localSxlDocument.h"
+#include "localSxlPictures.h"
+#include "localPictureCodec.h"
 
 #include "localVCL.h"
 #include "localVclDialogs.h"
@@ -67,9 +69,9 @@ void cellPaint(QPainter &painter, const localSxlDocument &document, uint32_t row
     }
     if (cell == nullptr)
         return;
-    if (!cell->image.isNull())
-        painter.drawImage(inner, cell->image);
-    painter.setFont(cell->font != nullptr ? cell->font->qfont : baseFont);
+    if (!cell->picture.isEmpty())
+        painter.drawImage(inner, QImage::fromData(cell->picture));
+    painter.setFont(cell->font != nullptr ? localSxlQFont(*cell->font) : baseFont);
     painter.setPen(colour(style.colorText));
     const int horizontal = style.alignmentH < 1 ? 1 : style.alignmentH;
     const int vertical = style.alignmentV < 1 ? 128 : style.alignmentV;
@@ -77,6 +79,15 @@ void cellPaint(QPainter &painter, const localSxlDocument &document, uint32_t row
 }
 
 } // namespace
+
+QFont localSxlQFont(const localSxlFont &font)
+{
+    const localSxlFont::face &face = font.qfont;
+    QFont made(face.family, face.pointSize, face.weight, face.italic);
+    made.setStrikeOut(face.strikeOut);
+    made.setUnderline(face.underline);
+    return made;
+}
 
 void localSxlPaint(QPainter &painter, const localSxlDocument &document, const localSxlView &view)
 {
@@ -484,4 +495,5 @@ void documentShow(localSxl &sxl, const QString &title, bool modal)
 void localSxlVclInstall()
 {
     localSxlWindows::handlers.show = documentShow;
+    localPictureFunctionsRegister(&localPictureCodecBuiltIn());
 }

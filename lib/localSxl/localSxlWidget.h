@@ -4,6 +4,7 @@
 #ifndef LOCALSXLWIDGET_H
 #define LOCALSXLWIDGET_H
 
+#include <QFont>
 #include <QSize>
 #include <QWidget>
 
@@ -13,6 +14,7 @@ class QPainter;
 class QPrinter;
 class localSxl;
 class localSxlDocument;
+struct localSxlFont;
 
 // What one painting shows: the document from its first shown row and column
 // over `area`, the cursor at a window place (0, 0 for none).
@@ -23,6 +25,9 @@ struct localSxlView {
     uint32_t cursorColumn = 0;
     QSize area;
 };
+
+// The font a cell with that font record paints in.
+QFont localSxlQFont(const localSxlFont &font);
 
 void localSxlPaint(QPainter &painter, const localSxlDocument &document, const localSxlView &view);
 
@@ -83,7 +88,8 @@ private:
     void pdfAsk();
 };
 
-// Registers the window as the document's SHOW.
+// Registers the window as the document's SHOW, and the built-in image decoder
+// for the picture functions. Call it after localSxlInstall.
 void localSxlVclInstall();
 
 #endif

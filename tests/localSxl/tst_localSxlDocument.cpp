@@ -25,10 +25,10 @@ QString places(const localSxlDocument &document)
 
 QString fontState(const localSxlCell &cell)
 {
-    const QFont &f = cell.font->qfont;
+    const localSxlFont::face &f = cell.font->qfont;
     return QString("%1 %2 %3 | %4 %5 b%6 i%7 s%8 u%9").arg(q(cell.font->family)).arg(cell.font->size)
-        .arg(cell.font->flags).arg(f.family()).arg(f.pointSize()).arg(f.weight() == 75).arg(f.italic())
-        .arg(f.strikeOut()).arg(f.underline());
+        .arg(cell.font->flags).arg(f.family).arg(f.pointSize).arg(f.weight == 75).arg(f.italic)
+        .arg(f.strikeOut).arg(f.underline);
 }
 
 } // namespace
