@@ -5,6 +5,7 @@
 #include "localSxlWidget.h"
 #include "localVclDialogs.h"
 
+#include <QBuffer>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QInputDialog>
@@ -50,8 +51,19 @@ struct shownDocument {
     }
 };
 
+QByteArray redSquare()
+{
+    QImage image(4, 4, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
 // Builds a document from "text ROW COLUMN TEXT", "font ROW COLUMN FAMILY
-// SIZE FLAGS" and "cursor ROW COLUMN" steps separated by ";" and paints it;
+// SIZE FLAGS", "picture ROW COLUMN" and "cursor ROW COLUMN" steps separated by ";" and paints it;
 // answers the pixels of the cell (1, 2). The cursor is elsewhere unless moved.
 QImage cellPainted(const QString &steps)
 {
@@ -61,6 +73,8 @@ QImage cellPainted(const QString &steps)
         const QStringList p = step.trimmed().split(' ');
         if (p[0] == "text")
             shown.sxl->document.textSet(p[1].toUInt(), p[2].toUInt(), p[3]);
+        else if (p[0] == "picture")
+            shown.sxl->document.pictureSet(p[1].toUInt(), p[2].toUInt(), redSquare());
         else if (p[0] == "cursor")
             std::tie(shown.sxl->cursorRow, shown.sxl->cursorColumn) = std::make_tuple(p[1].toUInt(), p[2].toUInt());
         else
@@ -131,6 +145,7 @@ private slots:
         QTest::newRow("a bold neighbour leaves the cell alone")
             << "text 1 1 x; font 1 1 Serif 10 1; text 1 2 Word" << "text 1 2 Word" << true;
         QTest::newRow("text is drawn") << "text 1 2 Word" << "" << false;
+        QTest::newRow("a picture is drawn") << "picture 1 2" << "" << false;
         QTest::newRow("the cursor cell is complemented") << "cursor 1 2" << "" << false;
     }
     void painting()
