@@ -36,6 +36,7 @@ BENCHMARKS = [
     ("json_round_trip", "", False),
     ("db_walk", "", True),
     ("db_query", "", True),
+    ("tabledoc", "", False),
 ]
 
 DATABASE_ROWS = 100000

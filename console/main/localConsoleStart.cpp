@@ -10,6 +10,8 @@
 #include "localDbInstall.h"
 #include "localInterpretatorUTF8.h"
 #include "localStd.h"
+#include "localSxl.h"
+#include "localSxlWidget.h"
 #include "localString.h"
 
 #include <QApplication>
@@ -87,6 +89,8 @@ int qMain(int argc, char **argv)
     QApplication application(argc, argv);
     localVclInstall();
     localDbInstall();
+    localSxlInstall();
+    localSxlVclInstall();
     const QFont font(QStringLiteral("MS Sans Serif"), 10);
     std::cout << QApplication::font().pointSize() << LOCAL_DIAG_TAIL;
     QApplication::setFont(font);

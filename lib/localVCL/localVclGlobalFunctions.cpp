@@ -84,67 +84,6 @@ bool dateChooseAsString(localErrorType &status, localContextUTF8 *, localValueVe
     return true;
 }
 
-bool pixmapFromFileGet(localErrorType &status, localContextUTF8 *, localValueVector &arguments,
-                       localValueDescription *result)
-{
-    if (!localArgCount(status, &arguments, 1) || !localArgType(status, &arguments, 0, localValueTypeSTR))
-        return false;
-    const std::u16string &fileName = arguments[0]->localValueString;
-    if (!localString::fileExist(fileName)) {
-        status = localErrorTypeFILEnotFound;
-        return false;
-    }
-    QPixmap pixmap;
-    if (!pixmap.load(q(fileName))) {
-        status = localErrorTypePARAMvalue;
-        return false;
-    }
-    result->setString(localVCL::pixmapToBase64(pixmap));
-    return true;
-}
-
-bool pixmapSize(localErrorType &status, localValueVector &arguments, localValueDescription *result, bool width)
-{
-    if (!localArgCount(status, &arguments, 1) || !localArgType(status, &arguments, 0, localValueTypeSTR))
-        return false;
-    const QPixmap pixmap = localVCL::pixmapFromBase64(arguments[0]->localValueString);
-    result->setVal(width ? pixmap.width() : pixmap.height());
-    return true;
-}
-
-bool pixmapWidth(localErrorType &status, localContextUTF8 *, localValueVector &arguments,
-                 localValueDescription *result)
-{
-    return pixmapSize(status, arguments, result, true);
-}
-
-bool pixmapHeight(localErrorType &status, localContextUTF8 *, localValueVector &arguments,
-                  localValueDescription *result)
-{
-    return pixmapSize(status, arguments, result, false);
-}
-
-bool pixmapPartGet(localErrorType &status, localContextUTF8 *, localValueVector &arguments,
-                   localValueDescription *result)
-{
-    if (!localArgCountRange(status, &arguments, 3, 5) || !localArgType(status, &arguments, 0, localValueTypeSTR)
-        || !argumentsNumbers(status, arguments, 1))
-        return false;
-    const QPixmap pixmap = localVCL::pixmapFromBase64(arguments[0]->localValueString);
-    const int x = int(arguments[1]->localValueNumber);
-    const int y = int(arguments[2]->localValueNumber);
-    int width = arguments.size() > 3 ? int(arguments[3]->localValueNumber) : pixmap.width() - x;
-    int height = arguments.size() > 4 ? int(arguments[4]->localValueNumber) : pixmap.height() - y;
-    if (x < 0 || y < 0 || width < 0 || height < 0 || x >= pixmap.width() || y >= pixmap.height()) {
-        status = localErrorTypePARAMvalue;
-        return false;
-    }
-    width = std::min(width, pixmap.width() - x);
-    height = std::min(height, pixmap.height() - y);
-    result->setString(localVCL::pixmapToBase64(pixmap.copy(x, y, width, height)));
-    return true;
-}
-
 bool pixmapShow(localErrorType &status, localContextUTF8 *, localValueVector &arguments,
                 localValueDescription *result)
 {
@@ -173,10 +112,6 @@ const graphicalRow graphicalRows[] = {
     {u"STRINGSHOW", stringShow},
     {u"FILECHOOSE", fileChoose},
     {u"DATECHOOSEASSTRING", dateChooseAsString},
-    {u"PIXMAPASBASE64FROMFILEGET", pixmapFromFileGet},
-    {u"PIXMAPASBASE64WIDTH", pixmapWidth},
-    {u"PIXMAPASBASE64HEIGHT", pixmapHeight},
-    {u"PIXMAPASBASE64PARTGET", pixmapPartGet},
     {u"PIXMAPASBASE64SHOW", pixmapShow},
 };
 

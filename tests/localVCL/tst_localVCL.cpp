@@ -296,16 +296,6 @@ private slots:
         QTest::newRow("STRINGSHOW no argument") << "STRINGSHOW()" << false << "31";
         QTest::newRow("FILECHOOSE number title") << "FILECHOOSE(1)" << false << "33";
         QTest::newRow("DATECHOOSEASSTRING number") << "DATECHOOSEASSTRING(1)" << false << "33";
-        QTest::newRow("width") << "PIXMAPASBASE64WIDTH(img)" << true << "4";
-        QTest::newRow("height") << "PIXMAPASBASE64HEIGHT(img)" << true << "3";
-        QTest::newRow("width of no picture") << "PIXMAPASBASE64WIDTH(\"xyz\")" << true << "0";
-        QTest::newRow("part to the end") << "PIXMAPASBASE64WIDTH(PIXMAPASBASE64PARTGET(img, 1, 1))" << true << "3";
-        QTest::newRow("part cut to the picture")
-            << "PIXMAPASBASE64HEIGHT(PIXMAPASBASE64PARTGET(img, 1, 1, 10, 10))" << true << "2";
-        QTest::newRow("part negative x") << "PIXMAPASBASE64PARTGET(img, -1, 0)" << false << "32";
-        QTest::newRow("part x beyond") << "PIXMAPASBASE64PARTGET(img, 4, 0)" << false << "32";
-        QTest::newRow("part negative width") << "PIXMAPASBASE64PARTGET(img, 0, 0, -1)" << false << "32";
-        QTest::newRow("from a missing file") << "PIXMAPASBASE64FROMFILEGET(\"/no/such.png\")" << false << "23";
         QTest::newRow("show no picture") << "PIXMAPASBASE64SHOW(\"xyz\")" << false << "32";
     }
 
@@ -317,25 +307,6 @@ private slots:
         const localTest::evaluation outcome = localTest::evaluate(expression, context);
         QCOMPARE(outcome.done, done);
         QCOMPARE(done ? outcome.text : QString::number(outcome.status), result);
-    }
-
-    void pictureFromFile()
-    {
-        QTemporaryDir directory;
-        const QString name = directory.filePath(QStringLiteral("p.png"));
-        QVERIFY(testImage(5, 7).save(name));
-        const localTest::evaluation outcome =
-            localTest::evaluate(QStringLiteral("PIXMAPASBASE64HEIGHT(PIXMAPASBASE64FROMFILEGET(\"%1\"))").arg(name),
-                                context);
-        QVERIFY(outcome.done);
-        QCOMPARE(outcome.text, QStringLiteral("7"));
-        const QString text = directory.filePath(QStringLiteral("t.png"));
-        QFile file(text);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("no picture");
-        file.close();
-        QCOMPARE(localTest::evaluate(QStringLiteral("PIXMAPASBASE64FROMFILEGET(\"%1\")").arg(text), context).status,
-                 int(localErrorTypePARAMvalue));
     }
 
     void showingFunctions()
