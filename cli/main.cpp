@@ -6,6 +6,7 @@
 #include "localConsoleLine.h"
 #include "localContextUTF8.h"
 #include "localDbInstall.h"
+#include "localNetwork.h"
 #include "localStd.h"
 #include "localString.h"
 
@@ -77,6 +78,7 @@ int main(int argc, char **argv)
     if (!dataFile.isEmpty())
         application.setProperty("dataFileName", dataFile);
     localDbInstall();
+    localNetworkInstall();
     // The interpreter recurses on the machine stack for every call, bracket
     // and block, so it runs on a thread with a stack of its own: deep enough
     // for some ten thousand nested calls, and small enough that the stack,

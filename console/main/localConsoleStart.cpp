@@ -9,6 +9,7 @@
 #include "localContextUTF8.h"
 #include "localDbInstall.h"
 #include "localInterpretatorUTF8.h"
+#include "localNetwork.h"
 #include "localStd.h"
 #include "localString.h"
 
@@ -87,6 +88,7 @@ int qMain(int argc, char **argv)
     QApplication application(argc, argv);
     localVclInstall();
     localDbInstall();
+    localNetworkInstall();
     const QFont font(QStringLiteral("MS Sans Serif"), 10);
     std::cout << QApplication::font().pointSize() << LOCAL_DIAG_TAIL;
     QApplication::setFont(font);
