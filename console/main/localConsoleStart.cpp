@@ -6,6 +6,7 @@
 #include "localVCL.h"
 #include "localVclServices.h"
 
+#include "localClassV77.h"
 #include "localContextUTF8.h"
 #include "localDbInstall.h"
 #include "localInterpretatorUTF8.h"
@@ -89,6 +90,7 @@ int qMain(int argc, char **argv)
     localVclInstall();
     localDbInstall();
     localNetworkInstall();
+    localAutomation1CInstall();
     const QFont font(QStringLiteral("MS Sans Serif"), 10);
     std::cout << QApplication::font().pointSize() << LOCAL_DIAG_TAIL;
     QApplication::setFont(font);
