@@ -9,7 +9,7 @@ namespace {
 
 class activeQtObject : public localAutomationObject {
 public:
-    explicit activeQtObject(QAxObject *made) : object(made) {}
+    explicit activeQtObject(QAxObject *made) : object(made) { }
 
     QVariant dynamicCall(const char *signature, const QVariantList &arguments) override
     {

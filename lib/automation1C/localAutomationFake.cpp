@@ -6,7 +6,10 @@ namespace {
 
 class fakeObject : public localAutomationObject {
 public:
-    fakeObject(std::shared_ptr<localAutomationFake::state> shared) : journal(std::move(shared)), number(++journal->objects) {}
+    fakeObject(std::shared_ptr<localAutomationFake::state> shared)
+        : journal(std::move(shared)), number(++journal->objects)
+    {
+    }
     ~fakeObject() override { journal->events.push_back({localAutomationFake::eventRelease, number, {}, {}}); }
 
     QVariant dynamicCall(const char *signature, const QVariantList &arguments) override

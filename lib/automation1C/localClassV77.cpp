@@ -64,8 +64,7 @@ bool subObjectResult(localErrorType &status, localClassV77 &v77, const std::u16s
     return true;
 }
 
-bool methodToString(localErrorType &status, localClassV77 &, localValueVector &arguments,
-                    localValueDescription *result)
+bool methodToString(localErrorType &status, localClassV77 &, localValueVector &arguments, localValueDescription *result)
 {
     if (!localArgCount(status, &arguments, 0))
         return false;
@@ -92,8 +91,8 @@ bool methodConnect(localErrorType &status, localClassV77 &v77, localValueVector 
     if (!optionalString(status, arguments, 2, user) || !optionalString(status, arguments, 3, password))
         return false;
     const std::u16string &path = arguments[0]->localValueString;
-    const std::u16string tail =
-        std::u16string(monopoly ? u"в МОНОПОЛЬНОМ режиме" : u"") + u" к БД по адресу :[" + path + u"]";
+    const std::u16string tail
+        = std::u16string(monopoly ? u"в МОНОПОЛЬНОМ режиме" : u"") + u" к БД по адресу :[" + path + u"]";
     logWriteStamped(u"Пытаемся подключиться " + tail);
     v77.connected = true;
 
@@ -134,8 +133,7 @@ bool methodCreateObject(localErrorType &status, localClassV77 &v77, localValueVe
                         localValueDescription *result)
 {
     return stringArguments(status, arguments, 1)
-           && subObjectResult(status, v77, createObjectSignature, {variantOf(arguments[0]->localValueString)},
-                              result);
+        && subObjectResult(status, v77, createObjectSignature, {variantOf(arguments[0]->localValueString)}, result);
 }
 
 // A call with one string argument whose answer is read as a string.
@@ -170,12 +168,12 @@ bool methodGetAttribAsObject(localErrorType &status, localClassV77 &v77, localVa
                              localValueDescription *result)
 {
     return stringArguments(status, arguments, 1)
-           && subObjectResult(status, v77, attributeSignature, {variantOf(arguments[0]->localValueString)}, result);
+        && subObjectResult(status, v77, attributeSignature, {variantOf(arguments[0]->localValueString)}, result);
 }
 
 // GETITEM and SELECTITEMS: "1", or "0" when the number 0 is given; the answer as an integer.
-bool itemCall(localErrorType &status, localClassV77 &v77, const std::u16string &signature,
-              localValueVector &arguments, localValueDescription *result)
+bool itemCall(localErrorType &status, localClassV77 &v77, const std::u16string &signature, localValueVector &arguments,
+              localValueDescription *result)
 {
     if (!localArgCountRange(status, &arguments, 0, 1)
         || (!arguments.empty() && !localArgType(status, &arguments, 0, localValueTypeNUM)))
@@ -244,8 +242,7 @@ bool methodMethodCall(localErrorType &status, localClassV77 &v77, localValueVect
     return true;
 }
 
-bool methodQuit(localErrorType &status, localClassV77 &v77, localValueVector &arguments,
-                localValueDescription *result)
+bool methodQuit(localErrorType &status, localClassV77 &v77, localValueVector &arguments, localValueDescription *result)
 {
     if (!localArgCount(status, &arguments, 0))
         return false;
@@ -290,9 +287,8 @@ bool methodBookkeepingTotals(localErrorType &status, localClassV77 &v77, localVa
         return false;
     }
     logWriteStamped(u"Счет [" + account + bookkeepingTail);
-    const QVariant answer =
-        v77.call(u"ВыполнитьЗапрос(/const QString&/,/const QString&/,/const QString&/,,2)",
-                 {variantOf(date1), variantOf(date2), variantOf(account), QVariant(QString())});
+    const QVariant answer = v77.call(u"ВыполнитьЗапрос(/const QString&/,/const QString&/,/const QString&/,,2)",
+                                     {variantOf(date1), variantOf(date2), variantOf(account), QVariant(QString())});
     result->setString(textOf(answer));
     return true;
 }
@@ -352,9 +348,13 @@ localAutomationObject *localClassV77::subObjectQuery(const std::u16string &signa
 
 const localNativeClassShape<localClassV77> &localClassV77::classShape()
 {
-    static const localNativeClassShape<localClassV77> shape = {
-        u"V77", u"V77", nullptr, u"класс доступа к базам данных 1C версии 7.7",
-        "localClassV77::classImplementationMethodFunction()", members, std::size(members)};
+    static const localNativeClassShape<localClassV77> shape = {u"V77",
+                                                               u"V77",
+                                                               nullptr,
+                                                               u"класс доступа к базам данных 1C версии 7.7",
+                                                               "localClassV77::classImplementationMethodFunction()",
+                                                               members,
+                                                               std::size(members)};
     return shape;
 }
 

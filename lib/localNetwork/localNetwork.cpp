@@ -39,7 +39,7 @@ bool replyCameFromServer(const QNetworkReply &reply)
     if (!reply.isFinished() || !reply.isReadable())
         return false;
     return reply.error() == QNetworkReply::NoError
-           || reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
+        || reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
 }
 
 std::u16string replyText(QNetworkReply &reply)
@@ -65,8 +65,8 @@ bool networkRequestExecSync(localErrorType &status, localContextUTF8 *, localVal
             return false;
         }
     }
-    const bool replied =
-        localNetwork::requestExecByMethodName(arguments[0]->localValueString, arguments[1]->localValueString, list);
+    const bool replied
+        = localNetwork::requestExecByMethodName(arguments[0]->localValueString, arguments[1]->localValueString, list);
     result->setBool(replied);
     return true;
 }
@@ -106,8 +106,7 @@ bool localNetwork::requestExec(int methodCode, const std::u16string &url, localV
     QNetworkAccessManager manager;
     QNetworkRequest request(QUrl(localToQString(url)));
     const QByteArray body = requestPrepare(request, list);
-    std::unique_ptr<QNetworkReply> reply(methodCode == methodPOST ? manager.post(request, body)
-                                                                  : manager.get(request));
+    std::unique_ptr<QNetworkReply> reply(methodCode == methodPOST ? manager.post(request, body) : manager.get(request));
     // No time-out: the program waits as long as the server takes. The loop
     // turns on the calling thread, which is what delivers the reply's events
     // in korvel-cli's worker thread as well as in the console.

@@ -21,8 +21,7 @@ public:
     // upper-cased; GET and POST go on to requestExec, anything else stores
     // `Illegal method name "NAME"` as errorText and answers false without
     // sending anything. `list` may be null.
-    static bool requestExecByMethodName(const std::u16string &method, const std::u16string &url,
-                                        localValueList *list);
+    static bool requestExecByMethodName(const std::u16string &method, const std::u16string &url, localValueList *list);
     // True when a server answered, whatever its HTTP status; the body, cut at
     // its first NUL byte, is then stored as replyText. Otherwise the error is
     // stored as errorText and shown in a critical box.

@@ -1,5 +1,5 @@
-// HTTP calls against a loopback server that the test itself runs: what goes
-// out on the wire, what comes back into the list, and the failures.
+// HTTP calls against a loopback server that the test itself runs, directly
+// and from a program that korvel-cli runs.
 #include "localLoopbackServer.h"
 #include "localTestSupport.h"
 
@@ -7,226 +7,204 @@
 #include "localValueList.h"
 
 #include <QNetworkRequest>
-
-#include <memory>
+#include <QRegularExpression>
+#include <QTemporaryDir>
 
 using localTest::q;
 using localTest::w;
 
-namespace {
-
-struct listHolder {
-    localValueDescription cell;
-    localValueList *list = localValueList::newInCell(&cell);
-
-    QString text(const std::u16string &name) const
-    {
-        const localValueDescription *value = list->valueByKey(name);
-        return value == nullptr ? QStringLiteral("<none>") : q(value->toString());
-    }
-};
-
-// Items of a list as "name=value" pairs, in order.
-typedef QList<QPair<QString, QString>> items;
-
-} // namespace
-
 class tst_localNetwork : public QObject {
     Q_OBJECT
     localTest::boxRecorder *boxes = nullptr;
+    localValueDescription cell;
+    localValueList *list = nullptr;
+
+    // Items given as name, value, name, value...
+    void itemsAdd(const QStringList &items)
+    {
+        for (int i = 0; i + 1 < items.size(); i += 2) {
+            localValueDescription value;
+            value.setString(w(items[i + 1]));
+            list->valueAdd(&value, w(items[i]));
+        }
+    }
+    QString item(const std::u16string &name) const
+    {
+        const localValueDescription *value = list->valueByKey(name);
+        return value == nullptr ? QStringLiteral("-") : q(value->toString());
+    }
 
 private slots:
-    void initTestCase()
+    void initTestCase() { localNetworkInstall(); }
+    void init()
     {
-        qunsetenv("http_proxy");
-        qunsetenv("HTTP_PROXY");
-        localTest::globalContext();
-        localNetworkInstall();
+        boxes = localTest::boxRecorder::install();
+        list = localValueList::newInCell(&cell);
     }
-    void init() { boxes = localTest::boxRecorder::install(); }
     void cleanup() { localServices::install(nullptr); }
 
-    // The method as the server saw it, the headers and body as sent, and the
-    // reply as the program reads it.
+    // The answer, the list's replyText and errorText afterwards (the list
+    // starts with replyText "old" and errorText "kept"), the requests that
+    // reached the server and the boxes. /echo shows what the server got.
     void exchange_data()
     {
-        QTest::addColumn<QString>("method");
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<items>("listItems");
-        QTest::addColumn<QByteArray>("sentLine");
-        QTest::addColumn<QString>("replyText");
-
-        QTest::newRow("GET") << "GET" << "/echo" << items() << QByteArray("GET /echo") << "GET|||";
-        QTest::newRow("POST with body and type")
-            << "POST" << "/echo" << items{{"contentTypeHeader", "application/json"}, {"requestText", "abc"}}
-            << QByteArray("POST /echo") << "POST|application/json|3|abc";
-        QTest::newRow("type after body") << "POST" << "/echo"
-                                         << items{{"requestText", "{\"a\":1}"}, {"contentTypeHeader", "text/x-a"}}
-                                         << QByteArray("POST /echo") << "POST|text/x-a|7|{\"a\":1}";
-        QTest::newRow("method trimmed and upper-cased")
-            << " \tpost\n " << "/echo" << items{{"requestText", "x"}} << QByteArray("POST /echo") << "POST|application/x-www-form-urlencoded|1|x";
-        QTest::newRow("other items ignored") << "get" << "/echo" << items{{"other", "1"}, {"REQUESTTEXT", "no"}}
-                                             << QByteArray("GET /echo") << "GET|||";
+        for (const char *column : {"method", "path"})
+            QTest::addColumn<QString>(column);
+        QTest::addColumn<QStringList>("items");
+        QTest::addColumn<bool>("answer");
+        for (const char *column : {"reply", "error"})
+            QTest::addColumn<QString>(column);
+        QTest::addColumn<int>("requests");
+        const QStringList none;
+        QTest::newRow("GET") << "GET"
+                             << "/echo" << none << true << "GET|||"
+                             << "kept" << 1;
+        QTest::newRow("POST") << "POST"
+                              << "/echo" << QStringList{"contentTypeHeader", "a/json", "requestText", "abc"} << true
+                              << "POST|a/json|3|abc"
+                              << "kept" << 1;
+        QTest::newRow("type after body") << "POST"
+                                         << "/echo" << QStringList{"requestText", "{}", "contentTypeHeader", "t/x"}
+                                         << true << "POST|t/x|2|{}"
+                                         << "kept" << 1;
+        QTest::newRow("trimmed, lower case") << " \tpost\n"
+                                             << "/echo" << QStringList{"requestText", "x", "REQUESTTEXT", "y"} << true
+                                             << "POST|application/x-www-form-urlencoded|1|x"
+                                             << "kept" << 1;
         QTest::newRow("Cyrillic both ways")
-            << "POST" << "/echo" << items{{"requestText", "Привет, мир"}, {"contentTypeHeader", "text/plain; ё"}}
-            << QByteArray("POST /echo") << "POST|text/plain; ё|20|Привет, мир";
-        QTest::newRow("Cyrillic reply") << "GET" << "/cyrillic" << items() << QByteArray("GET /cyrillic")
-                                        << "Ответ сервера";
-        QTest::newRow("reply cut at NUL") << "GET" << "/nul" << items() << QByteArray("GET /nul") << "abc";
-        QTest::newRow("404 is a reply") << "GET" << "/status/404" << items() << QByteArray("GET /status/404")
-                                        << "status 404";
-        QTest::newRow("500 is a reply") << "POST" << "/status/500" << items{{"requestText", "b"}}
-                                        << QByteArray("POST /status/500") << "status 500";
+            << "POST"
+            << "/echo" << QStringList{"requestText", "Привет", "contentTypeHeader", "t/ё"} << true
+            << "POST|t/ё|12|Привет"
+            << "kept" << 1;
+        QTest::newRow("Cyrillic reply") << "get"
+                                        << "/cyrillic" << none << true << "Ответ"
+                                        << "kept" << 1;
+        QTest::newRow("cut at NUL") << "GET"
+                                    << "/nul" << none << true << "abc"
+                                    << "kept" << 1;
+        QTest::newRow("404 is a reply") << "GET"
+                                        << "/status/404" << none << true << "status 404"
+                                        << "kept" << 1;
+        QTest::newRow("500 is a reply") << "POST"
+                                        << "/status/500" << none << true << "status 500"
+                                        << "kept" << 1;
+        QTest::newRow("PUT") << "PUT"
+                             << "/echo" << none << false << "old"
+                             << "Illegal method name \"PUT\"" << 0;
+        QTest::newRow("carriage return stays") << "GET\r"
+                                               << "/echo" << none << false << "old"
+                                               << "Illegal method name \"GET\r\"" << 0;
+        QTest::newRow("Cyrillic upper-cased") << " пост ё"
+                                              << "/echo" << none << false << "old"
+                                              << "Illegal method name \"ПОСТ Ё\"" << 0;
     }
     void exchange()
     {
         QFETCH(QString, method);
         QFETCH(QString, path);
-        QFETCH(items, listItems);
-        QFETCH(QByteArray, sentLine);
-        QFETCH(QString, replyText);
+        QFETCH(QStringList, items);
+        QFETCH(bool, answer);
+        QFETCH(QString, reply);
+        QFETCH(QString, error);
+        QFETCH(int, requests);
         localLoopbackServer server;
-        listHolder holder;
-        for (const auto &item : listItems)
-            holder.list->valueSetByPresentation(w(item.second), w(item.first));
-        holder.list->valueSetByPresentation(u"kept", u"errorText");
-
-        QVERIFY(localNetwork::requestExecByMethodName(w(method), w(server.url(path)), holder.list));
-        QCOMPARE(server.requests.size(), size_t(1));
-        QCOMPARE(server.requests[0].method + ' ' + server.requests[0].path, sentLine);
-        QCOMPARE(holder.text(u"replyText"), replyText);
-        QCOMPARE(holder.text(u"errorText"), QStringLiteral("kept"));
-        QVERIFY(boxes->boxes.empty());
-    }
-
-    // A body brings the fixed length header into the request, whatever its
-    // length; on the wire Qt's HTTP layer sends the body's own length.
-    void requestHeaders_data()
-    {
-        QTest::addColumn<items>("listItems");
-        QTest::addColumn<QByteArray>("contentType");
-        QTest::addColumn<QByteArray>("contentLength");
-        QTest::addColumn<QByteArray>("body");
-        QTest::newRow("no list items") << items() << QByteArray() << QByteArray() << QByteArray();
-        QTest::newRow("body of 3 bytes") << items{{"requestText", "abc"}} << QByteArray() << QByteArray("15000\r\n")
-                                         << QByteArray("abc");
-        QTest::newRow("type only") << items{{"contentTypeHeader", "text/ё"}} << QStringLiteral("text/ё").toUtf8()
-                                   << QByteArray() << QByteArray();
-        QTest::newRow("last body wins") << items{{"requestText", "a"}, {"requestText2", "b"}, {"requestText", "Ёж"}}
-                                        << QByteArray() << QByteArray("15000\r\n") << QStringLiteral("Ёж").toUtf8();
-    }
-    void requestHeaders()
-    {
-        QFETCH(items, listItems);
-        QFETCH(QByteArray, contentType);
-        QFETCH(QByteArray, contentLength);
-        QFETCH(QByteArray, body);
-        listHolder holder;
-        for (const auto &item : listItems) {
-            localValueDescription value;
-            value.setString(w(item.second));
-            holder.list->valueAdd(&value, w(item.first));
-        }
-        QNetworkRequest request(QUrl("http://127.0.0.1/"));
-        QCOMPARE(localNetwork::requestPrepare(request, holder.list), body);
-        QCOMPARE(request.rawHeader("Content-Type"), contentType);
-        QCOMPARE(request.rawHeader("Content-Length"), contentLength);
-    }
-
-    // A reply replaces the first item of that name where it stands.
-    void replyReplacesInPlace()
-    {
-        localLoopbackServer server;
-        listHolder holder;
-        holder.list->valueSetByPresentation(u"old", u"replyText");
-        holder.list->valueSetByPresentation(u"second", u"replyText2");
-        QVERIFY(localNetwork::requestExec(localNetwork::methodGET, w(server.url("/cyrillic")), holder.list));
-        QCOMPARE(holder.list->size(), size_t(2));
-        QCOMPARE(q(*holder.list->presentationByIndex(1)), QStringLiteral("replyText"));
-        QCOMPARE(q(holder.list->valueByIndex(1)->toString()), QStringLiteral("Ответ сервера"));
-        QVERIFY(localNetwork::requestExec(localNetwork::methodGET, w(server.url("/echo")), nullptr));
-    }
-
-    void illegalMethodSendsNothing_data()
-    {
-        QTest::addColumn<QString>("method");
-        QTest::addColumn<QString>("errorText");
-        QTest::newRow("PUT") << "PUT" << "Illegal method name \"PUT\"";
-        QTest::newRow("empty") << " " << "Illegal method name \"\"";
-        QTest::newRow("carriage return is kept") << "GET\r" << "Illegal method name \"GET\r\"";
-        QTest::newRow("Cyrillic upper-cased") << " пост ё" << "Illegal method name \"ПОСТ Ё\"";
-    }
-    void illegalMethodSendsNothing()
-    {
-        QFETCH(QString, method);
-        QFETCH(QString, errorText);
-        localLoopbackServer server;
-        listHolder holder;
-        holder.list->valueSetByPresentation(u"first", u"errorText");
-        QVERIFY(!localNetwork::requestExecByMethodName(w(method), w(server.url("/echo")), holder.list));
-        QCOMPARE(holder.list->size(), size_t(1));
-        QCOMPARE(holder.text(u"errorText"), errorText);
+        itemsAdd(QStringList{"replyText", "old", "errorText", "kept"} + items);
+        QCOMPARE(localNetwork::requestExecByMethodName(w(method), w(server.url(path)), list), answer);
         QCoreApplication::processEvents();
-        QVERIFY(server.requests.empty());
+        QCOMPARE(server.requests.size(), requests);
+        QCOMPARE(q(*list->presentationByIndex(1)), QStringLiteral("replyText")); // replaced where it stood
+        QCOMPARE(item(u"replyText") + '|' + item(u"errorText"), reply + '|' + error);
+        QCOMPARE(list->size(), size_t(2 + items.size() / 2));
         QVERIFY(boxes->boxes.empty());
-        QVERIFY(!localNetwork::requestExecByMethodName(w(method), w(server.url("/echo")), nullptr));
     }
 
-    // Nobody listens: false, the error in the list and in a critical box.
+    // A body sets the fixed length header "15000\r\n". A POST goes out with
+    // the body's own length, as the exchange shows; a GET sends the header's
+    // text as it stands, its line end included.
+    void lengthHeader()
+    {
+        itemsAdd({"requestText", "a", "contentTypeHeader", "ё", "requestText", "Ёж"});
+        QNetworkRequest request(QUrl("http://127.0.0.1/"));
+        QCOMPARE(localNetwork::requestPrepare(request, list), QStringLiteral("Ёж").toUtf8());
+        QCOMPARE(request.rawHeader("Content-Type"), QStringLiteral("ё").toUtf8());
+        QCOMPARE(request.rawHeader("Content-Length"), QByteArray("15000\r\n"));
+        localLoopbackServer server;
+        QVERIFY(localNetwork::requestExecByMethodName(u"GET", w(server.url("/echo")), list));
+        QCOMPARE(server.requests.size(), 1);
+        QVERIFY2(server.requests[0].contains("\r\nContent-Length: 15000\r\n\r\n"), server.requests[0].constData());
+    }
+
+    // Nobody listens: false, the error in the list and in a critical box,
+    // which headless is printed.
     void refusedPort()
     {
-        quint16 port = 0;
-        {
-            localLoopbackServer closed;
-            port = closed.port();
-        }
-        listHolder holder;
-        const QString url = QStringLiteral("http://127.0.0.1:%1/echo").arg(port);
-        QVERIFY(!localNetwork::requestExecByMethodName(u"GET", w(url), holder.list));
-        const QString error = holder.text(u"errorText");
-        QVERIFY2(error.contains(QStringLiteral("refused")), qPrintable(error));
-        QCOMPARE(holder.text(u"replyText"), QStringLiteral("<none>"));
+        const QString url = localLoopbackServer().url("/echo");
+        QVERIFY(!localNetwork::requestExecByMethodName(u"GET", w(url), list));
+        const QString error = item(u"errorText");
+        QVERIFY2(error.contains("refused"), qPrintable(error));
+        QCOMPARE(item(u"replyText"), QStringLiteral("-"));
         QCOMPARE(boxes->boxes.size(), size_t(1));
         QCOMPARE(boxes->boxes[0].kind, localServices::boxCritical);
-        QCOMPARE(q(boxes->boxes[0].title), QStringLiteral("serviceRequestNotFinish()"));
-        QCOMPARE(q(boxes->boxes[0].text), error);
-
-        // Headless, the box is printed.
+        QCOMPARE(q(boxes->boxes[0].title + u"|" + boxes->boxes[0].text), "serviceRequestNotFinish()|" + error);
         localServices::install(nullptr);
         localTest::coutCapture output;
         QVERIFY(!localNetwork::requestExec(localNetwork::methodPOST, w(url), nullptr));
-        QCOMPARE(output.text(), QStringLiteral("serviceRequestNotFinish()\n") + error + "\n");
+        QCOMPARE(output.text(), "serviceRequestNotFinish()\n" + error + "\n");
     }
 
-    // The global function: its argument checks, then the call.
     void globalFunction_data()
     {
         QTest::addColumn<QString>("arguments");
         QTest::addColumn<QString>("outcome");
-        QTest::newRow("one argument") << "\"GET\"" << "fail 31";
-        QTest::newRow("four arguments") << "\"GET\", \"u\", CREATEOBJECT(\"VALUELIST\"), 1" << "fail 31";
-        QTest::newRow("number method") << "1, \"u\"" << "fail 33";
-        QTest::newRow("boolean url") << "\"GET\", TRUE" << "fail 33";
-        QTest::newRow("string list") << "\"GET\", \"u\", \"list\"" << "fail 33";
-        QTest::newRow("other class") << "\"GET\", \"u\", CREATEOBJECT(\"VALUETABLE\")" << "fail 33";
-        QTest::newRow("illegal method") << "\"PUT\", \"URL\"" << "ok 2 ЛОЖЬ";
-        QTest::newRow("GET with a list") << "\"get\", \"URL\", CREATEOBJECT(\"VALUELIST\")" << "ok 2 ИСТИНА";
-        QTest::newRow("Russian name") << "\"POST\", \"URL\"" << "ok 2 ИСТИНА";
+        QTest::newRow("one") << "\"GET\""
+                             << "fail 31";
+        QTest::newRow("four") << "\"GET\", \"u\", createobject(\"VALUELIST\"), 1"
+                              << "fail 31";
+        QTest::newRow("number method") << "1, \"u\""
+                                       << "fail 33";
+        QTest::newRow("boolean url") << "\"GET\", TRUE"
+                                     << "fail 33";
+        QTest::newRow("table for list") << "\"GET\", \"u\", createobject(\"VALUETABLE\")"
+                                        << "fail 33";
+        QTest::newRow("illegal method") << "\"PUT\", \"URL\""
+                                        << "ok ЛОЖЬ";
+        QTest::newRow("with a list") << "\"get\", \"URL\", createobject(\"VALUELIST\")"
+                                     << "ok ИСТИНА";
     }
     void globalFunction()
     {
         QFETCH(QString, arguments);
         QFETCH(QString, outcome);
         localLoopbackServer server;
-        const QString name = QTest::currentDataTag() == QByteArray("Russian name")
-                                 ? QStringLiteral("СетьЗапросВыполнитьСинхронно")
-                                 : QStringLiteral("networkRequestExecSync");
-        const QString call = name + "(" + QString(arguments).replace("URL", server.url("/echo")) + ")";
+        const QString call = "СетьЗапросВыполнитьСинхронно(" + arguments.replace("URL", server.url("/echo")) + ")";
         const localTest::evaluation result = localTest::evaluate(call, localTest::globalContext());
-        const QString actual = result.done ? QStringLiteral("ok %1 %2").arg(result.type).arg(result.text)
-                                           : QStringLiteral("fail %1").arg(result.status);
-        QCOMPARE(actual, outcome);
-        QCOMPARE(server.requests.size(), size_t(outcome.endsWith("ИСТИНА") ? 1 : 0));
+        QCOMPARE(result.done ? "ok " + result.text : QStringLiteral("fail %1").arg(result.status), outcome);
+        QCOMPARE(server.requests.size(), outcome.endsWith("ИСТИНА") ? 1 : 0);
+    }
+
+    // korvel-cli's worker thread waits while this thread serves: http.prg
+    // with @URL@ and @REFUSED@ filled in must print http.out.
+    void korvelCliProgram()
+    {
+        localLoopbackServer server;
+        const QByteArray url = server.url(QString()).toUtf8();
+        const QByteArray refused = localLoopbackServer().url(QString()).toUtf8();
+        QTemporaryDir directory;
+        QVERIFY(localTest::fileWrite(directory.filePath("http.prg"),
+                                     localTest::fileBytes(KORVEL_NETWORK_PROGRAMS "/http.prg")
+                                         .replace("@URL@", url)
+                                         .replace("@REFUSED@", refused)));
+        QProcess cli;
+        cli.setWorkingDirectory(directory.path());
+        cli.start(KORVEL_CLI, {"http.prg"});
+        QTRY_COMPARE_WITH_TIMEOUT(cli.state(), QProcess::NotRunning, 60000);
+        const auto masked = [](const QByteArray &text) { // source lines move as the code changes
+            return QString::fromUtf8(text).replace(QRegularExpression(" line: [0-9]+"), " line: *");
+        };
+        QCOMPARE(masked(cli.readAllStandardOutput().replace(url, "@URL@").replace(refused, "@REFUSED@")),
+                 masked(localTest::fileBytes(KORVEL_NETWORK_PROGRAMS "/http.out")));
+        QCOMPARE(cli.exitCode(), 1); // the last line of the program fails
+        QCOMPARE(server.requests.size(), 3);
     }
 };
 
