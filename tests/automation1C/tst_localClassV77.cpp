@@ -22,12 +22,14 @@ QString logName()
     return QString::fromLocal8Bit(localStd::logPath().c_str());
 }
 
-const QString create = "1 query CreateObject(const QVariant&) ", item = "ПолучитьЭлемент(/const QString&/)",
-              write = "1 call Записать(/const QVariant&/) ",
-              doQuery = "ВыполнитьЗапрос(/const QString&/,/const QString&/,/const QString&/,,2)",
-              subconto = "1 call использоватьСубконто(/const QVariant&/,/const QVariant&/,/const QVariant&/,/const "
-                         "QVariant&/) [Товары|0|1|1]",
-              tail = "] для функции BOOKKEEPINGTOTALSDOQUERY215", at = " к БД по адресу :[D:/b]";
+const QString create = "1 query CreateObject(const QVariant&) ";
+const QString item = "ПолучитьЭлемент(/const QString&/)";
+const QString write = "1 call Записать(/const QVariant&/) ";
+const QString doQuery = "ВыполнитьЗапрос(/const QString&/,/const QString&/,/const QString&/,,2)";
+const QString subconto = "1 call использоватьСубконто(/const QVariant&/,/const QVariant&/,"
+                         "/const QVariant&/,/const QVariant&/) [Товары|0|1|1]";
+const QString tail = "] для функции BOOKKEEPINGTOTALSDOQUERY215";
+const QString at = " к БД по адресу :[D:/b]";
 
 void row(const char *name, const QString &expression, const QString &outcome, const QStringList &calls,
          const QStringList &log = QStringList(), bool probeAnswers = true)
