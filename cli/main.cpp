@@ -3,9 +3,11 @@
 //   korvel-cli        handles console lines from standard input
 //   --data DATAFILE   the application's data file (else $KORVEL_DATA_FILE,
 //                     else ../lib/Zakup200215.sqlite from the working directory)
+#include "localClassV77.h"
 #include "localConsoleLine.h"
 #include "localContextUTF8.h"
 #include "localDbInstall.h"
+#include "localNetwork.h"
 #include "localStd.h"
 #include "localSxl.h"
 #include "localString.h"
@@ -79,6 +81,8 @@ int main(int argc, char **argv)
         application.setProperty("dataFileName", dataFile);
     localDbInstall();
     localSxlInstall();
+    localNetworkInstall();
+    localAutomation1CInstall();
     // The interpreter recurses on the machine stack for every call, bracket
     // and block, so it runs on a thread with a stack of its own: deep enough
     // for some ten thousand nested calls, and small enough that the stack,

@@ -6,9 +6,11 @@
 #include "localVCL.h"
 #include "localVclServices.h"
 
+#include "localClassV77.h"
 #include "localContextUTF8.h"
 #include "localDbInstall.h"
 #include "localInterpretatorUTF8.h"
+#include "localNetwork.h"
 #include "localStd.h"
 #include "localSxl.h"
 #include "localSxlWidget.h"
@@ -91,6 +93,8 @@ int qMain(int argc, char **argv)
     localDbInstall();
     localSxlInstall();
     localSxlVclInstall();
+    localNetworkInstall();
+    localAutomation1CInstall();
     const QFont font(QStringLiteral("MS Sans Serif"), 10);
     std::cout << QApplication::font().pointSize() << LOCAL_DIAG_TAIL;
     QApplication::setFont(font);

@@ -29,8 +29,9 @@ const localGlobalFunctionHandler *localGlobalFunctionPlace(const std::u16string 
 // own conversion does.
 int32_t localTruncate32(double value);
 
-// Functions whose work is a window register their handlers here (the widget
-// library does so at start-up). Until then they answer status 26. Either name
+// Functions whose work lives in a library above the core register their
+// handlers here at start-up: the widget library those whose work is a window,
+// the network library HTTP. Until then they answer status 26. Either name
 // of a row sets the handler of both; a name that no row declares is a fault
 // of the program.
 void localGlobalFunctionGraphicalSet(const std::u16string &nameUpper, localGlobalFunctionHandler handler);

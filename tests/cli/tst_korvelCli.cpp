@@ -106,6 +106,19 @@ private slots:
         }
     }
 
+    // Diagnostic lines name sources by their path in the source tree, so
+    // the texts are the same whichever machine built the program.
+    void diagnosticsNameSourcesRelatively()
+    {
+        QTemporaryDir directory;
+        writeFile(directory.filePath("fault.prg"), "? 1 / 0;\n");
+        const cliRun run = runCli({"fault.prg"}, QByteArray(), directory.path());
+        QCOMPARE(run.exitCode, 1);
+        QVERIFY2(run.output.contains(" func: statementDo file: lib/localInterpretatorUTF8/localImmediate.cpp line: "),
+                 run.output.constData());
+        QVERIFY2(!run.output.contains(KORVEL_SOURCE_DIR), run.output.constData());
+    }
+
     // Endless recursion ends with a status and a message, and the next
     // console line still works.
     void endlessRecursionLeavesTheConsoleUsable()
