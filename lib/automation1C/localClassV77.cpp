@@ -38,17 +38,6 @@ bool stringArguments(localErrorType &status, const localValueVector &arguments, 
     return true;
 }
 
-// The string argument at `index` if there is one, else "".
-bool optionalString(localErrorType &status, const localValueVector &arguments, size_t index, std::u16string &text)
-{
-    if (arguments.size() <= index)
-        return true;
-    if (!localArgType(status, &arguments, index, localValueTypeSTR))
-        return false;
-    text = arguments[index]->localValueString;
-    return true;
-}
-
 // A sub-object as a new V77 value of the same connection; status 28 when none came.
 bool subObjectResult(localErrorType &status, localClassV77 &v77, const std::u16string &signature,
                      const QVariantList &arguments, localValueDescription *result)
@@ -88,7 +77,7 @@ bool methodConnect(localErrorType &status, localClassV77 &v77, localValueVector 
     }
     std::u16string user;
     std::u16string password;
-    if (!optionalString(status, arguments, 2, user) || !optionalString(status, arguments, 3, password))
+    if (!localArgOptionalString(status, arguments, 2, user) || !localArgOptionalString(status, arguments, 3, password))
         return false;
     const std::u16string &path = arguments[0]->localValueString;
     const std::u16string tail

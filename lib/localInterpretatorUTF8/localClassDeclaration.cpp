@@ -165,3 +165,14 @@ bool localArgType(localErrorType &status, const localValueVector *arguments, siz
     status = localErrorTypePARAMtype;
     return false;
 }
+
+bool localArgOptionalString(localErrorType &status, const localValueVector &arguments, size_t index,
+                            std::u16string &text)
+{
+    if (arguments.size() <= index)
+        return true;
+    if (!localArgType(status, &arguments, index, localValueTypeSTR))
+        return false;
+    text = arguments[index]->localValueString;
+    return true;
+}

@@ -121,5 +121,9 @@ void *localDispatchBegin(localErrorType &status, void **object, localValueDescri
 bool localArgCount(localErrorType &status, const localValueVector *arguments, size_t count);
 bool localArgCountRange(localErrorType &status, const localValueVector *arguments, size_t low, size_t high);
 bool localArgType(localErrorType &status, const localValueVector *arguments, size_t index, int32_t type);
+// The optional string argument at `index` into `text` ("" when absent);
+// status 33 when it is there with another kind.
+bool localArgOptionalString(localErrorType &status, const localValueVector &arguments, size_t index,
+                            std::u16string &text);
 
 #endif

@@ -33,18 +33,6 @@ void valueTake(localValueDescription &to, localValueDescription &from)
 // --- methods of the language class ---
 // Each gets the list, the arguments (never null) and the fresh result cell.
 
-// The optional string argument at `index`, "" when absent; status 33 when present
-// with another kind.
-bool optionalString(localErrorType &status, const localValueVector &arguments, size_t index, std::u16string &text)
-{
-    if (arguments.size() <= index)
-        return true;
-    if (!localArgType(status, &arguments, index, localValueTypeSTR))
-        return false;
-    text = arguments[index]->localValueString;
-    return true;
-}
-
 bool rangeFault(localErrorType &status)
 {
     status = localErrorTypeRANGE;
@@ -97,7 +85,7 @@ bool methodShow(localErrorType &status, localValueList &list, localValueVector &
                 localValueDescription *result)
 {
     std::u16string title;
-    if (!localArgCountRange(status, &arguments, 0, 1) || !optionalString(status, arguments, 0, title))
+    if (!localArgCountRange(status, &arguments, 0, 1) || !localArgOptionalString(status, arguments, 0, title))
         return false;
     if (!localListDialogs::chooserAvailable() || localListDialogs::handlers.textShow == nullptr) {
         status = localErrorTypeMETHODgraphicOnly;
@@ -119,7 +107,7 @@ bool methodRowChoose(localErrorType &status, localValueList &list, localValueVec
                      localValueDescription *result)
 {
     std::u16string title;
-    if (!localArgCountRange(status, &arguments, 0, 2) || !optionalString(status, arguments, 0, title))
+    if (!localArgCountRange(status, &arguments, 0, 2) || !localArgOptionalString(status, arguments, 0, title))
         return false;
     if (arguments.size() > 1 && !localArgType(status, &arguments, 1, localValueTypeNUM))
         return false;
@@ -145,7 +133,7 @@ bool methodValueAdd(localErrorType &status, localValueList &list, localValueVect
                     localValueDescription *result)
 {
     std::u16string presentation;
-    if (!localArgCountRange(status, &arguments, 1, 2) || !optionalString(status, arguments, 1, presentation))
+    if (!localArgCountRange(status, &arguments, 1, 2) || !localArgOptionalString(status, arguments, 1, presentation))
         return false;
     result->setVal(double(list.valueAdd(arguments[0], presentation)));
     return true;
@@ -156,7 +144,7 @@ bool methodValueInsert(localErrorType &status, localValueList &list, localValueV
 {
     std::u16string presentation;
     if (!localArgCountRange(status, &arguments, 2, 3) || !localArgType(status, &arguments, 0, localValueTypeNUM)
-        || !optionalString(status, arguments, 2, presentation))
+        || !localArgOptionalString(status, arguments, 2, presentation))
         return false;
     const size_t index = localIndexFromNumber(arguments[0]->localValueNumber, list.size());
     if (!list.valueInsert(index, arguments[1], presentation))
