@@ -351,10 +351,11 @@ bool methodTables(localErrorType &status, localDataBase &db, localValueVector &a
     if (!db.connection->open())
         return true;
     localValueList *list = localValueList::newInCell(result);
-    for (const QString &table : db.connection->tables())
-        list->valueAdd(nullptr, w(table));
-    for (size_t i = 1; i <= list->size(); ++i)
-        list->valueByIndex(i)->setString(*list->presentationByIndex(i));
+    localValueDescription name;
+    for (const QString &table : db.connection->tables()) {
+        name.setString(w(table));
+        list->valueAdd(&name, name.localValueString);
+    }
     return true;
 }
 
