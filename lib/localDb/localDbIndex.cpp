@@ -7,9 +7,18 @@
 
 namespace {
 
-// The column `name` of every row, in row order.
-std::vector<std::u16string> namesRead(QSqlQuery &query)
+// The column `name` of every row of a catalogue statement, in row order; a
+// failure shows its box as the calling operation's (`place`, `title`).
+std::vector<std::u16string> catalogueNames(const localDbPlace &place, const std::u16string &dbName,
+                                           const std::u16string &sql, const std::u16string &title)
 {
+    QSqlDatabase db;
+    localDb::connectionFind(dbName, db);
+    QSqlQuery query(db);
+    if (!localDb::dbQueryExec(dbName, sql, query)) {
+        localDb::statementFailedBox(place, title, sql);
+        return {};
+    }
     std::vector<std::u16string> names;
     const int nameColumn = query.record().indexOf(QStringLiteral("name"));
     while (query.next())
@@ -21,15 +30,8 @@ std::vector<std::u16string> namesRead(QSqlQuery &query)
 
 std::vector<std::u16string> localDb::dbtGetIdxNames(const std::u16string &dbName, const std::u16string &tableName)
 {
-    const std::u16string sql = u"PRAGMA index_list(" + tableName + u") ";
-    QSqlDatabase db;
-    connectionFind(dbName, db);
-    QSqlQuery query(db);
-    if (!dbQueryExec(dbName, sql, query)) {
-        statementFailedBox(LOCAL_DB_PLACE, u"dbtGetIdxNames", sql);
-        return {};
-    }
-    std::vector<std::u16string> names = namesRead(query);
+    std::vector<std::u16string> names =
+        catalogueNames(LOCAL_DB_PLACE, dbName, u"PRAGMA index_list(" + tableName + u") ", u"dbtGetIdxNames");
     // By wide code units, whatever the catalogue's order.
     std::sort(names.begin(), names.end());
     return names;
@@ -38,15 +40,7 @@ std::vector<std::u16string> localDb::dbtGetIdxNames(const std::u16string &dbName
 std::vector<std::u16string> localDb::idxKeyFieldNamesGet(const std::u16string &dbName,
                                                          const std::u16string &indexName)
 {
-    const std::u16string sql = u"PRAGMA index_info(" + indexName + u")";
-    QSqlDatabase db;
-    connectionFind(dbName, db);
-    QSqlQuery query(db);
-    if (!dbQueryExec(dbName, sql, query)) {
-        statementFailedBox(LOCAL_DB_PLACE, u"idxKeyFieldNamesGet", sql);
-        return {};
-    }
-    return namesRead(query);
+    return catalogueNames(LOCAL_DB_PLACE, dbName, u"PRAGMA index_info(" + indexName + u")", u"idxKeyFieldNamesGet");
 }
 
 bool localDb::idxDelete(const std::u16string &dbName, const std::u16string &indexName)
