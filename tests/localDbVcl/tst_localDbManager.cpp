@@ -1,0 +1,224 @@
+// The database manager over a real file: its catalogue model, deleting
+// through its questions, the table view's keys, the structure change and
+// the tree.
+#include "localDb/localDbTestSupport.h"
+#include "localWidgetTestSupport.h"
+
+#include "localDbManager.h"
+#include "localDbTree.h"
+#include "localDbtQTableView.h"
+#include "localModiStruDialog.h"
+
+#include <QLineEdit>
+#include <QSqlQueryModel>
+#include <QtTest>
+
+using localDbTest::database;
+using localTest::q;
+
+namespace {
+
+const QString catalogueAll = "table:t:2|table:sqlite_sequence:1|index:t_code:0";
+
+// A table of two rows with an index on its text column.
+void tableWithIndexMake()
+{
+    database::exec("create table t (id INTEGER PRIMARY KEY AUTOINCREMENT, code CHAR(10), price NUMERIC(10))");
+    database::exec("insert into t (code, price) values ('a', 1.5), ('b', 2)");
+    database::exec("create index t_code on t (code)");
+}
+
+QString modelRows(const localDbManagerTableModel &model)
+{
+    QStringList rows;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        QStringList cells;
+        for (int column = 0; column < 3; ++column)
+            cells << model.data(model.index(row, column)).toString();
+        rows << cells.join(':');
+    }
+    return rows.join('|');
+}
+
+// Replaces the text as typing does, so that the edit reports a change.
+void retype(QLineEdit *edit, const QString &text)
+{
+    edit->selectAll();
+    QTest::keyClick(edit, Qt::Key_Backspace);
+    QTest::keyClicks(edit, text);
+}
+
+} // namespace
+
+class tst_localDbManager : public QObject {
+    Q_OBJECT
+private slots:
+    void catalogue()
+    {
+        database db;
+        tableWithIndexMake();
+        localDbManagerTableModel model(u"dbMain");
+        QCOMPARE(modelRows(model), catalogueAll);
+        QCOMPARE(model.data(model.index(2, 3)).toString(), QString("CREATE INDEX t_code on t (code)"));
+        QStringList heads;
+        for (int section = 0; section < model.columnCount(); ++section)
+            heads << model.headerData(section, Qt::Horizontal).toString();
+        QCOMPARE(heads.join('|'), QString("objType|objName|rowCount|tabComment"));
+        QCOMPARE(model.headerData(0, Qt::Vertical).toInt(), 1);
+
+        localDbManagerTableModel missing(u"noSuchConnection");
+        QCOMPARE(missing.rowCount(), 0);
+        QCOMPARE(db.boxTitles(), QString("localDbManagerTableModel::localDbManagerTableModel"));
+        QCOMPARE(db.lastBoxText(), QString("DB [noSuchConnection] not found!"));
+    }
+
+    void objectDelete_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<bool>("answer");
+        QTest::addColumn<QString>("question");
+        QTest::addColumn<QString>("rowsAfter");
+        QTest::newRow("table, Cancel") << 0 << false << "Table \"t\" will be deleted" << catalogueAll;
+        QTest::newRow("index, Cancel") << 2 << false << "Index \"t_code\" will be deleted" << catalogueAll;
+        QTest::newRow("table, OK") << 0 << true << "Table \"t\" will be deleted" << "table:sqlite_sequence:0";
+        QTest::newRow("index, OK") << 2 << true << "Index \"t_code\" will be deleted"
+                                   << "table:t:2|table:sqlite_sequence:1";
+    }
+    void objectDelete()
+    {
+        QFETCH(int, row);
+        QFETCH(QString, question);
+        database db;
+        tableWithIndexMake();
+        QFETCH(bool, answer);
+        db.boxes->answer = answer;
+        localDbManagerTableView view(u"dbMain");
+        view.setCurrentIndex(view.managerModel()->index(row, 0));
+        QTest::keyClick(&view, Qt::Key_Delete);
+        QVERIFY(db.boxes->boxes.at(0).question);
+        QVERIFY2(q(db.boxes->boxes.at(0).text).startsWith(question), qPrintable(db.lastBoxText()));
+        QTEST(modelRows(*view.managerModel()), "rowsAfter");
+        // A fresh reading of the catalogue: the file itself is as the view says.
+        QTEST(modelRows(localDbManagerTableModel(u"dbMain")), "rowsAfter");
+    }
+
+    void recordDelete_data()
+    {
+        QTest::addColumn<bool>("answer");
+        QTest::addColumn<QString>("titles");
+        QTest::addColumn<QString>("rowsAfter");
+        QTest::newRow("Cancel") << false << "localDb::dbtRecordDelete()" << "1:a|2:b";
+        QTest::newRow("OK") << true
+                            << "localDb::dbtRecordDelete()|localDbTableView::keyPressEvent|"
+                               "localDbTableView::keyPressEvent"
+                            << "2:b";
+    }
+    void recordDelete()
+    {
+        database db;
+        tableWithIndexMake();
+        QFETCH(bool, answer);
+        db.boxes->answer = answer;
+        localDbtQTableView view(u"dbMain", u"t");
+        view.setCurrentIndex(view.queryModel()->index(0, 0));
+        QTest::keyClick(&view, Qt::Key_Delete);
+        QTEST(db.boxTitles(), "titles");
+        QTEST(database::rows("select id, code from t order by id"), "rowsAfter");
+        QCOMPARE(view.queryModel()->rowCount(), answer ? 1 : 2);
+        if (answer)
+            QCOMPARE(db.lastBoxText(), QString("select * from t;"));
+    }
+
+    // F4: the key's box first, then the editor; a number emptied in it is
+    // written as NULL, not as a broken statement.
+    void recordEdit()
+    {
+        database db;
+        tableWithIndexMake();
+        localDbtQTableView view(u"dbMain", u"t");
+        view.setCurrentIndex(view.queryModel()->index(0, 0));
+        QString log;
+        localTest::modalAnswer editor([&log](QWidget *widget) {
+            localDbRecordEditor *dialog = qobject_cast<localDbRecordEditor *>(widget);
+            if (dialog == nullptr)
+                return;
+            log = dialog->fieldsLog();
+            const QList<QLineEdit *> edits = dialog->findChildren<QLineEdit *>();
+            retype(edits.at(1), "zz");
+            retype(edits.at(2), "");
+            dialog->accept();
+        });
+        QTest::keyClick(&view, Qt::Key_F4);
+        QCOMPARE(q(db.boxes->boxes.at(0).text), QString("keyPress код F4"));
+        QCOMPARE(log, QString("<B>localDbTableView::activatedSlot()</B> <BR/><BR/>"
+                              "fieldName: id fieldType: unkn fieldValue: |1|<BR/>"
+                              "fieldName: code fieldType: CHAR fieldValue: |a|<BR/>"
+                              "fieldName: price fieldType: NUME fieldValue: |1.5|<BR/>"));
+        QCOMPARE(database::rows("select id, code, ifnull(price, 'null') from t order by id"),
+                 QString("1:zz:null|2:b:2"));
+    }
+
+    void structureChange_data()
+    {
+        QTest::addColumn<QString>("newName");
+        QTest::addColumn<QString>("added");
+        QTest::addColumn<QString>("problem");
+        QTest::addColumn<QString>("rowsAfter");
+        const QString before = "1:a:1.5|2:b:2";
+        QTest::newRow("rename") << "name" << "" << "" << "1:a:1.5|2:b:2";
+        QTest::newRow("rename and add") << "name" << "note" << "" << "1:a:1.5:|2:b:2:";
+        QTest::newRow("name emptied") << "" << "" << "A field has no name." << before;
+        QTest::newRow("name twice") << "PRICE" << "" << "The field price is there twice." << before;
+    }
+    void structureChange()
+    {
+        QFETCH(QString, newName);
+        QFETCH(QString, added);
+        QFETCH(QString, problem);
+        database db;
+        tableWithIndexMake();
+        localModiStruDialog dialog(u"dbMain", u"t", localDb::dbtFieldsDescriptionsGet(u"dbMain", u"t"));
+        QVERIFY(!dialog.fieldNameEdit(0)->isEnabled());
+        retype(dialog.fieldNameEdit(1), newName);
+        QVERIFY(dialog.windowTitle().startsWith("[ * ] t"));
+        if (!added.isEmpty())
+            dialog.fieldAdd(localTest::w(added));
+        dialog.slotOk();
+        QCOMPARE(dialog.result(), int(problem.isEmpty() ? QDialog::Accepted : QDialog::Rejected));
+        if (problem.isEmpty())
+            QVERIFY(localDb::dbtAlter(u"dbMain", u"t", dialog.fieldsEdited()));
+        else
+            QCOMPARE(db.lastBoxText(), problem);
+        QTEST(database::rows("select * from t order by id"), "rowsAfter");
+        const QString columns = problem.isEmpty() ? "id:" + newName + ":price" + (added.isEmpty() ? "" : ":" + added)
+                                                  : "id:code:price";
+        QCOMPARE(database::rows("select group_concat(name, ':') from pragma_table_info('t')"), columns);
+    }
+
+    void tree()
+    {
+        database db;
+        database::exec("create table u (a CHAR(5), b INT)");
+        localDbTree tree(QSqlDatabase::database("dbMain", false));
+        QTreeWidgetItem *top = tree.topLevelItem(0);
+        QCOMPARE(tree.topLevelItemCount(), 1);
+        QCOMPARE(top->type(), int(localDbTree::itemDatabase));
+        QCOMPARE(top->text(0), QString("dbMain"));
+        QCOMPARE(top->childCount(), 1);
+        QCOMPARE(top->child(0)->type(), int(localDbTree::itemTable));
+        QTreeWidgetItem *fields = top->child(0)->child(0);
+        QCOMPARE(fields->type(), int(localDbTree::itemFields));
+        QCOMPARE(fields->text(0), QString("Поля"));
+        QCOMPARE(fields->childCount(), 2);
+        QCOMPARE(fields->child(1)->text(0), QString("b"));
+        const QImage closed = fields->icon(0).pixmap(16).toImage();
+        tree.expandItem(top->child(0));
+        tree.expandItem(fields);
+        QVERIFY(fields->icon(0).pixmap(16).toImage() != closed);
+        tree.collapseItem(fields);
+        QCOMPARE(fields->icon(0).pixmap(16).toImage(), closed);
+    }
+};
+
+QTEST_MAIN(tst_localDbManager)
+#include "tst_localDbManager.moc"
