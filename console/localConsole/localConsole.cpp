@@ -485,5 +485,11 @@ void localConsole::contextMenuEvent(QContextMenuEvent *event)
     QAction *copy = menu.addAction(QStringLiteral("Copy"), this, &QPlainTextEdit::copy);
     copy->setEnabled(textCursor().hasSelection());
     menu.addAction(QStringLiteral("Select All"), this, &QPlainTextEdit::selectAll);
+    // Entries that the application hangs on the console (the database
+    // manager) follow the editing ones.
+    if (!actions().isEmpty()) {
+        menu.addSeparator();
+        menu.addActions(actions());
+    }
     menu.exec(event->globalPos());
 }

@@ -9,6 +9,8 @@
 #include "localClassV77.h"
 #include "localContextUTF8.h"
 #include "localDbInstall.h"
+#include "localDbManager.h"
+#include "localDbVclInstall.h"
 #include "localInterpretatorUTF8.h"
 #include "localNetwork.h"
 #include "localStd.h"
@@ -16,6 +18,7 @@
 #include "localSxlWidget.h"
 #include "localString.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -58,6 +61,18 @@ int runOnce(const char *argument)
     return code;
 }
 
+// Ctrl+D and the context menu open the manager on the application's data
+// file; the manager object lives as long as the console.
+void databaseManagerEntry(localConsole *console)
+{
+    localDbManager *manager = new localDbManager(console);
+    QAction *entry = new QAction(QStringLiteral("Database manager"), console);
+    entry->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_D));
+    entry->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(entry, &QAction::triggered, manager, &localDbManager::dbManage);
+    console->addAction(entry);
+}
+
 } // namespace
 
 localConsole *localConsoleAssemble(localCoutBuffer *buffer)
@@ -74,6 +89,7 @@ localConsole *localConsoleAssemble(localCoutBuffer *buffer)
               << " Press Ctrl+F1, Shift+F1, Alt+F1, or input MANUAL command for full manual\n"
               << " Input QUIT command for exit.\n";
     moveIntoSamples();
+    databaseManagerEntry(console);
     console->windowShow();
     std::cout << "\n";
     return console;
@@ -91,6 +107,7 @@ int qMain(int argc, char **argv)
     QApplication application(argc, argv);
     localVclInstall();
     localDbInstall();
+    localDbVclInstall();
     localSxlInstall();
     localSxlVclInstall();
     localNetworkInstall();

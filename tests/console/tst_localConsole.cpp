@@ -8,6 +8,8 @@
 
 #include "localVclServices.h"
 
+#include "localDbManager.h"
+
 #include "localJson.h"
 #include "localValueList.h"
 
@@ -18,6 +20,8 @@
 #include <QFile>
 #include <QPointer>
 #include <QScreen>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTextBlock>
 #include <QtTest>
@@ -487,6 +491,37 @@ private slots:
         consoleClose();
         consoleOpen();
         QCOMPARE(console->size(), QSize(420, 310));
+    }
+
+    // The console as the start-up assembles it opens the manager of the
+    // application's data file on Ctrl+D.
+    void ctrlDOpensTheDatabaseManager()
+    {
+        const QString fileName = directory->filePath(QStringLiteral("data.sqlite"));
+        {
+            QSqlDatabase setup = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("setup"));
+            setup.setDatabaseName(fileName);
+            QVERIFY(setup.open());
+            QVERIFY(QSqlQuery(setup).exec(QStringLiteral("create table goods (name CHAR(10))")));
+            setup.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("setup"));
+        qApp->setProperty("dataFileName", fileName);
+        previous = std::cout.rdbuf();
+        console = localConsoleAssemble(&buffer);
+        QWidget *frame = console->window();
+        frame->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(frame));
+        press(Qt::Key_D, Qt::ControlModifier);
+        qApp->setProperty("dataFileName", QVariant());
+        localDbManagerTableView *manager = nullptr;
+        for (QWidget *top : QApplication::topLevelWidgets())
+            if (localDbManagerTableView *found = top->findChild<localDbManagerTableView *>())
+                manager = found;
+        QVERIFY(manager != nullptr);
+        QCOMPARE(manager->managerModel()->data(manager->managerModel()->index(0, 1)).toString(),
+                 QStringLiteral("goods"));
+        delete manager->window();
     }
 };
 
