@@ -6,8 +6,13 @@
 
 #include "localDbManager.h"
 #include "localDbTree.h"
+#include "localDbVclInstall.h"
 #include "localDbtQTableView.h"
 #include "localModiStruDialog.h"
+
+#include "localDataBase.h"
+
+#include <QApplication>
 
 #include <QLineEdit>
 #include <QSqlQueryModel>
@@ -217,6 +222,17 @@ private slots:
         QVERIFY(fields->icon(0).pixmap(16).toImage() != closed);
         tree.collapseItem(fields);
         QCOMPARE(fields->icon(0).pixmap(16).toImage(), closed);
+
+        // TREESHOW reaches the same tree through the registered handler.
+        localDbVclInstall();
+        localDataBaseWindows::handlers.treeShow(QSqlDatabase::database("dbMain", false));
+        QWidget *shown = nullptr;
+        for (QWidget *top : QApplication::topLevelWidgets())
+            if (top->findChild<localDbTree *>() != nullptr)
+                shown = top;
+        QVERIFY(shown != nullptr);
+        QCOMPARE(shown->windowModality(), Qt::WindowModal);
+        delete shown;
     }
 };
 
