@@ -117,6 +117,9 @@ localDbManagerTableView::localDbManagerTableView(const std::u16string &dbName, Q
     setModel(model);
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
+    // The SQL text stays on one line, elided, so every object takes one row.
+    setWordWrap(false);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setStretchLastSection(true);
     resizeColumnsToContents();
     if (model->rowCount() > 0)
@@ -191,7 +194,9 @@ bool localDbManagerTableView::tableStructureEdit(const std::u16string &dbName, c
     if (fields.empty())
         return false;
     localModiStruDialog dialog(dbName, tableName, fields);
-    if (dialog.exec() != QDialog::Accepted)
+    // An untouched structure is not rebuilt: the rebuild would lose the
+    // table's indexes for nothing.
+    if (dialog.exec() != QDialog::Accepted || !dialog.changed())
         return false;
     return localDb::dbtAlter(dbName, tableName, dialog.fieldsEdited());
 }

@@ -6,6 +6,7 @@
 
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -90,6 +91,9 @@ localDbtQTableView::localDbtQTableView(const std::u16string &db, const std::u16s
     model->setQuery(localToQString(u"select * from " + tableName + u";"), connection);
     setModel(model);
     setSelectionBehavior(QAbstractItemView::SelectRows);
+    setWordWrap(false);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    horizontalHeader()->setStretchLastSection(true);
     connect(this, &QTableView::activated, this, &localDbtQTableView::activatedSlot);
 }
 
