@@ -13,7 +13,6 @@
 #include "localDataBase.h"
 
 #include <QApplication>
-
 #include <QLineEdit>
 #include <QSqlQueryModel>
 #include <QtTest>
@@ -211,7 +210,8 @@ private slots:
         QTEST(database::rows("select group_concat(name, ':') from pragma_table_info('t')"), "columnsAfter");
         // Only a rebuild loses the index, and the manager shows the rebuilt catalogue.
         const bool rebuilt = problem.isEmpty() && !newName.isNull();
-        QCOMPARE(database::rows("select name from sqlite_master where type = 'index'"), QString(rebuilt ? "" : "t_code"));
+        QCOMPARE(database::rows("select name from sqlite_master where type = 'index'"),
+                 QString(rebuilt ? "" : "t_code"));
         QCOMPARE(modelRows(*view.managerModel()), modelRows(localDbManagerTableModel(u"dbMain")));
     }
 
