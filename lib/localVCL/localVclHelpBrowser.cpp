@@ -378,6 +378,10 @@ bool localConsoleHelpBrowser::pageShow(const std::u16string &key, bool record)
             const std::u16string nameRu = cellText(pages->cell(row, 4));
             if (!nameRu.empty() && nameRu != name)
                 name += u" / " + nameRu;
+            // Methods of one name in several classes are told apart by the class.
+            const size_t method = pageKey.find(u":method:");
+            if (method != std::u16string::npos && pageKey.rfind(u"#class:", 0) == 0)
+                name += u" (" + pageKey.substr(7, method - 7) + u")";
             list += u"<a href=\"" + pageKey + u"\">" + name + u"</a><BR/>\n";
         }
         list += u"<BR/>\n<BR/>\n<BR/>\n</body>\n";

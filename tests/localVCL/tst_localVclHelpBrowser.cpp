@@ -140,6 +140,7 @@ private slots:
         for (const char *key : {"#main", "#console", "#class:EMPTY", "#class:BOX", "#class:BOX:method:OPEN",
                                 "#class:BOX:method:SHUT"})
             QVERIFY2(html.contains(QStringLiteral("href=\"%1\"").arg(key)), key);
+        QVERIFY(browser.toPlainText().contains("OPEN / ОТКРЫТЬ (BOX)"));
     }
 
     void history()
