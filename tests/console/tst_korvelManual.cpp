@@ -143,6 +143,28 @@ private slots:
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join('\n')));
     }
 
+    // Links in the text and the see-also keys all lead to pages.
+    void everyLinkHasItsPage()
+    {
+        std::set<QString> pages = {"#main", "#console", "#remarks", "#allPages"};
+        for (const auto &[className, methods] : manual) {
+            pages.insert("#class:" + className);
+            for (const auto &entry : methods)
+                pages.insert("#class:" + className + ":method:" + entry.first);
+        }
+        const QString text = QString::fromUtf8(localTest::fileBytes(QStringLiteral(KORVEL_MANUAL)));
+        // A page key runs from '#' and a letter (entities have digits) to a quote or a backslash.
+        const QRegularExpression linkTarget(QStringLiteral("#[A-Za-z][^\"\\\\]*"));
+        QRegularExpressionMatchIterator link = linkTarget.globalMatch(text);
+        QStringList dead;
+        while (link.hasNext()) {
+            const QString key = link.next().captured(0);
+            if (!pages.count(key))
+                dead << key;
+        }
+        QVERIFY2(dead.isEmpty(), qPrintable(dead.join('\n')));
+    }
+
     void examplesPrintWhatTheySay_data()
     {
         QTest::addColumn<QString>("program");
