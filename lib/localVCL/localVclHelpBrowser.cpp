@@ -183,6 +183,22 @@ void helpShow(QWidget *browser)
     localVCL::applicationShowWidget(browser, parameters);
 }
 
+// A visit after the current one drops the pages ahead; an empty current
+// entry takes the key, and the page shown already is not recorded twice.
+void historyRecord(std::vector<std::u16string> &history, int32_t &position, const std::u16string &key)
+{
+    if (history.empty())
+        history.emplace_back();
+    std::u16string &current = history[size_t(position)];
+    if (current.empty() || current == key) {
+        current = key;
+        return;
+    }
+    history.resize(size_t(position) + 1);
+    history.push_back(key);
+    position = int32_t(history.size()) - 1;
+}
+
 } // namespace
 
 // --- localVclTextBrowser -----------------------------------------------------
@@ -221,26 +237,11 @@ bool localVclTextBrowser::pageLoad(const std::u16string &link)
     return false;
 }
 
-void localVclTextBrowser::historyRecord(const std::u16string &key)
-{
-    if (history.empty() || history[size_t(historyPosition)].empty()) {
-        if (history.empty())
-            history.emplace_back();
-        history[size_t(historyPosition)] = key;
-        return;
-    }
-    if (history[size_t(historyPosition)] == key)
-        return;
-    history.resize(size_t(historyPosition) + 1);
-    history.push_back(key);
-    historyPosition = int32_t(history.size()) - 1;
-}
-
 void localVclTextBrowser::onAnchorClicked(const QUrl &url)
 {
     const std::u16string key = localFromQString(url.toString());
     pageLoad(key);
-    historyRecord(key);
+    historyRecord(history, historyPosition, key);
 }
 
 void localVclTextBrowser::setSource(const QUrl &name)
@@ -361,6 +362,28 @@ bool localConsoleHelpBrowser::parseHelpFromJson(const std::u16string &text)
     return parsed;
 }
 
+std::u16string localConsoleHelpBrowser::allPagesHtml() const
+{
+    std::u16string list = styleBlock;
+    list += u"<body>\n";
+    list += mainLink;
+    list += u"<BR/>\nЭто полный список страниц. <BR/>\n<BR/>\nДоступные страницы:<BR/>\n";
+    for (size_t row = 1; row <= pages->rowsCount(); ++row) {
+        const std::u16string pageKey = cellText(pages->cell(row, 1));
+        std::u16string name = cellText(pages->cell(row, 3));
+        const std::u16string nameRu = cellText(pages->cell(row, 4));
+        if (!nameRu.empty() && nameRu != name)
+            name += u" / " + nameRu;
+        // Methods of one name in several classes are told apart by the class.
+        const size_t method = pageKey.find(u":method:");
+        if (method != std::u16string::npos && pageKey.rfind(u"#class:", 0) == 0)
+            name += u" (" + pageKey.substr(7, method - 7) + u")";
+        list += u"<a href=\"" + pageKey + u"\">" + name + u"</a><BR/>\n";
+    }
+    list += u"<BR/>\n<BR/>\n<BR/>\n</body>\n";
+    return list;
+}
+
 bool localConsoleHelpBrowser::pageShow(const std::u16string &key, bool record)
 {
     bool found = true;
@@ -368,41 +391,14 @@ bool localConsoleHelpBrowser::pageShow(const std::u16string &key, bool record)
     if (!html.empty()) {
         setHtml(localToQString(html));
     } else if (upper(key) == u"#ALLPAGES") {
-        std::u16string list = styleBlock;
-        list += u"<body>\n";
-        list += mainLink;
-        list += u"<BR/>\nЭто полный список страниц. <BR/>\n<BR/>\nДоступные страницы:<BR/>\n";
-        for (size_t row = 1; row <= pages->rowsCount(); ++row) {
-            const std::u16string pageKey = cellText(pages->cell(row, 1));
-            std::u16string name = cellText(pages->cell(row, 3));
-            const std::u16string nameRu = cellText(pages->cell(row, 4));
-            if (!nameRu.empty() && nameRu != name)
-                name += u" / " + nameRu;
-            // Methods of one name in several classes are told apart by the class.
-            const size_t method = pageKey.find(u":method:");
-            if (method != std::u16string::npos && pageKey.rfind(u"#class:", 0) == 0)
-                name += u" (" + pageKey.substr(7, method - 7) + u")";
-            list += u"<a href=\"" + pageKey + u"\">" + name + u"</a><BR/>\n";
-        }
-        list += u"<BR/>\n<BR/>\n<BR/>\n</body>\n";
-        setHtml(localToQString(list));
+        setHtml(localToQString(allPagesHtml()));
     } else {
         found = false;
         setHtml(localToQString(std::u16string(styleBlock) + u"<body>\n" + mainLink
                                + u"<BR/>\nСтраница не найдена!<BR/>\n</body>\n"));
     }
-    if (record) {
-        const std::u16string shown = found ? key : u"#404";
-        if (history.empty()) {
-            history.push_back(shown);
-        } else if (history[size_t(historyPosition)].empty()) {
-            history[size_t(historyPosition)] = shown;
-        } else if (history[size_t(historyPosition)] != shown) {
-            history.resize(size_t(historyPosition) + 1);
-            history.push_back(shown);
-            historyPosition = int32_t(history.size()) - 1;
-        }
-    }
+    if (record)
+        historyRecord(history, historyPosition, found ? key : u"#404");
     return found;
 }
 

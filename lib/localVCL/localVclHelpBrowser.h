@@ -43,7 +43,6 @@ public slots:
 
 private:
     std::unordered_map<std::u16string, size_t> pageIndex;
-    void historyRecord(const std::u16string &key);
 };
 
 // Pages in a table (KEY, HTML, NAMEEN, NAMERU) built by parseHelpFromJson.
@@ -77,6 +76,7 @@ private:
     void pageAdd(const std::u16string &key, const std::u16string &html, const std::u16string &nameEn,
                  const std::u16string &nameRu);
     bool pageShow(const std::u16string &key, bool record);
+    std::u16string allPagesHtml() const;
     void classPagesAdd(const std::u16string &className, localValueTable &description);
 };
 
