@@ -239,3 +239,11 @@ void localClassLoaderSet(const std::u16string &nameUpper, localClassLoader loade
         exit_FAILURE(u"localClassLoaderSet() CLASSLOAD does not know the class [" + nameUpper + u"]");
     loadable->loader = loader;
 }
+
+std::vector<std::u16string> localClassLoadableNames()
+{
+    std::vector<std::u16string> names;
+    for (const localFunctions::loadableClass &loadable : localFunctions::loadableClasses)
+        names.emplace_back(loadable.english);
+    return names;
+}

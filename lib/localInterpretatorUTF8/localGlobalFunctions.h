@@ -7,6 +7,8 @@
 
 #include "localContextUTF8.h"
 
+#include <vector>
+
 struct localGlobalFunctionRow {
     const char16_t *english;
     const char16_t *russian;
@@ -42,5 +44,7 @@ void localGlobalFunctionGraphicalSet(const std::u16string &nameUpper, localGloba
 // CLASSLOAD answers status 14 for the name. Either name of the class will do.
 typedef bool (*localClassLoader)();
 void localClassLoaderSet(const std::u16string &nameUpper, localClassLoader loader);
+// The English names of the classes CLASSLOAD knows, in its order.
+std::vector<std::u16string> localClassLoadableNames();
 
 #endif

@@ -4,6 +4,7 @@
 
 #include "localVCL.h"
 #include "localVclDialogs.h"
+#include "localVclHelpBrowser.h"
 
 #include "localGlobalFunctions.h"
 #include "localString.h"
@@ -108,6 +109,7 @@ struct graphicalRow {
 };
 
 const graphicalRow graphicalRows[] = {
+    {u"___TEST__TEXTBROWSER", localVclTextBrowserOpen},
     {u"MESSAGEBOX", messageBox},
     {u"STRINGSHOW", stringShow},
     {u"FILECHOOSE", fileChoose},
