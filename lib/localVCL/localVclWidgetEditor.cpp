@@ -111,6 +111,14 @@ int localVclWidgetEditor::lineNumberAreaWidth() const
 void localVclWidgetEditor::updateLineNumberAreaWidth(int)
 {
     setViewportMargins(lineNumberAreaWidth() + 21, 5, 5, 5);
+    lineNumberAreaPlace();
+}
+
+// A new digit widens the strip at once, not only at the next resize.
+void localVclWidgetEditor::lineNumberAreaPlace()
+{
+    const QRect contents = contentsRect();
+    lineNumberArea->setGeometry(QRect(contents.left(), contents.top(), lineNumberAreaWidth(), contents.height()));
 }
 
 void localVclWidgetEditor::updateLineNumberArea(const QRect &rect, int dy)
@@ -126,8 +134,7 @@ void localVclWidgetEditor::updateLineNumberArea(const QRect &rect, int dy)
 void localVclWidgetEditor::resizeEvent(QResizeEvent *event)
 {
     QPlainTextEdit::resizeEvent(event);
-    const QRect contents = contentsRect();
-    lineNumberArea->setGeometry(QRect(contents.left(), contents.top(), lineNumberAreaWidth(), contents.height()));
+    lineNumberAreaPlace();
 }
 
 void localVclWidgetEditor::lineNumberAreaPaintEvent(QPaintEvent *event)
@@ -215,17 +222,13 @@ bool localVclWidgetEditor::keyPress(QKeyEvent *event)
     return true;
 }
 
-// The end moves by 4 for each "//" of 2, so the walk can take in the line
-// after the selection as well: users know it so.
+// The end moves by 4 for each "//" of 2, so the walk can take in a short
+// line after the selection as well: users know it so.
 void localVclWidgetEditor::commentSelection()
 {
     QTextCursor cursor = textCursor();
-    const int start = cursor.selectionStart();
-    QTextCursor last(document());
-    last.setPosition(cursor.selectionEnd());
-    last.movePosition(QTextCursor::EndOfBlock);
-    int end = last.position();
-    cursor.setPosition(start);
+    int end = cursor.selectionEnd();
+    cursor.setPosition(cursor.selectionStart());
     cursor.movePosition(QTextCursor::StartOfBlock);
     cursor.beginEditBlock();
     while (cursor.position() <= end) {

@@ -90,6 +90,7 @@ private:
     bool changed = false;
 
     bool keyPress(QKeyEvent *event);
+    void lineNumberAreaPlace();
     void gotoLineAsk();
     // Text replaced by a file's: name and title follow, the change mark goes.
     void textLoaded(const std::u16string &text, const std::u16string &name);
