@@ -6,3 +6,4 @@ w = QWidget; v = Qwerty; z = Q1; u = qt_x;
 аСообщить(1); СТРОКАИЗФАЙЛА("f"); xStringFromReplace(1);
 s = 'one' + 'two'; ЕСЛИ Если если IF
 СтрокаДлина(s); stringlen(s); ФайлСуществует("x")
+userdir(1); ПользовательКаталог(1); // declared, never answered: no colour
