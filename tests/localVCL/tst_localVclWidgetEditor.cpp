@@ -1,6 +1,7 @@
 // The program editor offscreen: the line-number margin, commenting by key,
 // go to line, the search that wraps round, the procedure list, the change
 // mark and files in two code pages. Boxes are read through the recorder.
+#include "localVclServices.h"
 #include "localVclWidgetEditor.h"
 
 #include "localValueList.h"
@@ -157,6 +158,20 @@ private slots:
         QApplication::sendEvent(&editor, &yeru);
         QCOMPARE(editor.windowTitle(), name);
         QCOMPARE(localTest::fileBytes(name), QByteArray("xИмя = 1;"));
+    }
+
+    void editCommandOpensTheFile()
+    {
+        const QString name = directory.filePath(QStringLiteral("edit.prg"));
+        QVERIFY(localTest::fileWrite(name, QByteArray("a = 1;")));
+        localVclServices().editFile(localTest::w(name), 4, true);
+        localVclWidgetEditor *opened = nullptr;
+        for (QWidget *top : QApplication::topLevelWidgets())
+            for (localVclWidgetEditor *editor : top->findChildren<localVclWidgetEditor *>())
+                opened = editor->fileName == localTest::w(name) ? editor : opened;
+        QVERIFY(opened != nullptr);
+        QCOMPARE(opened->toPlainText(), QStringLiteral("a = 1;"));
+        delete opened->window();
     }
 
     void failedSaveKeepsTheText()
