@@ -3,6 +3,8 @@
 #include "localVCL.h"
 
 #include "localConsoleLine.h"
+#include "localDebugger.h"
+#include "localVclWidgetEditor.h"
 #include "localContextUTF8.h"
 #include "localInterpretatorUTF8.h"
 #include "localServices.h"
@@ -38,11 +40,6 @@ QTextCharFormat foreground(const QColor &color)
 const QColor promptColor(Qt::green);
 const QColor outputColor(Qt::gray);
 
-void notAvailable(const char *what)
-{
-    std::cout << what << ": the debugger is not available yet.\n" << std::flush;
-}
-
 } // namespace
 
 // The console's side of the shared line classification.
@@ -58,9 +55,15 @@ protected:
     void busyLineRemove() override { console->inputLineRemove(); }
     void leave() override { console->window()->close(); }
     void commandHelpAsPrg() override { console->commandHelpAsPrg(); }
-    void commandDebug(const std::u16string &) override { notAvailable("DEBUG"); }
-    void commandStep(const std::u16string &) override { notAvailable("STEP"); }
-    void commandTrace(const std::u16string &) override { notAvailable("TRACE"); }
+    void commandDebug(const std::u16string &arguments) override { console->commandDebug(arguments); }
+    // With no session nothing is connected, and the line goes nowhere.
+    void commandStep(const std::u16string &line) override { emit console->commandToThread(line); }
+    void commandTrace(const std::u16string &arguments) override
+    {
+        localProcess process;
+        localErrorType status = localErrorTypeOK;
+        process.trace(status, arguments, context);
+    }
     void commandEdit(const std::u16string &fileName, int32_t codePage) override
     {
         localServices::instance().editFile(fileName, codePage, true);
@@ -89,6 +92,7 @@ coutBufferClass::int_type coutBufferClass::overflow(int_type c)
 
 localConsole::localConsole(QWidget *parent) : QPlainTextEdit(parent)
 {
+    localDebuggerRegisterTypes();
     setObjectName(QStringLiteral("localConsole() adr 0x") + QString::number(quintptr(this), 16));
     context = new localContextUTF8();
     line.reset(new localConsoleLineHooks(this, context));
@@ -492,4 +496,53 @@ void localConsole::contextMenuEvent(QContextMenuEvent *event)
         menu.addActions(actions());
     }
     menu.exec(event->globalPos());
+}
+
+// --- the step debugger ----------------------------------------------------------
+
+void localConsole::commandDebug(const std::u16string &arguments)
+{
+    localErrorType status = localErrorTypeOK;
+    std::u16string fileName;
+    std::u16string text;
+    if (!localDebuggerProgramRead(status, arguments, fileName, text)) {
+        std::cout << "Error! \n" << localNarrow(localErrorText(status)) << LOCAL_DIAG_TAIL << std::flush;
+        return;
+    }
+    thread = new MyThread(text, context);
+    connect(thread, &MyThread::toConsole, this, &localConsole::fromThread);
+    connect(thread, &MyThread::operChanged, this, &localConsole::operChangedSlot);
+    connect(this, &localConsole::commandToThread, thread, &MyThread::fromConsole);
+    connect(thread, &QThread::finished, this, &localConsole::threadFinished);
+    debugEditor = localDebuggerEditor(text, localToQString(fileName));
+    thread->start(QThread::InheritPriority);
+    setFocus();
+    activateWindow();
+}
+
+void localConsole::fromThread(std::u16string *text)
+{
+    linePrint(q(*text));
+    delete text;
+}
+
+void localConsole::operChangedSlot(const localOperatorCompiled *record)
+{
+    if (debugEditor == nullptr)
+        return;
+    QTextCursor cursor = debugEditor->textCursor();
+    cursor.setPosition(qMin(record->position, debugEditor->document()->characterCount() - 1),
+                       QTextCursor::MoveAnchor);
+    debugEditor->setTextCursor(cursor);
+}
+
+void localConsole::threadFinished()
+{
+    MyThread *ended = qobject_cast<MyThread *>(sender());
+    if (ended == nullptr)
+        return;
+    std::cout << "DEBUG: the debugged program has ended, status: " << localNarrow(localErrorText(ended->status))
+              << "\n"
+              << std::flush;
+    ended->deleteLater();
 }

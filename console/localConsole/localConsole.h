@@ -7,6 +7,7 @@
 #define LOCALCONSOLE_H
 
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QStringList>
 
 #include <cstdint>
@@ -14,8 +15,11 @@
 #include <streambuf>
 #include <string>
 
+class MyThread;
 class localConsole;
 class localConsoleLineHooks;
+class localOperatorCompiled;
+class localVclWidgetEditor;
 class localContextUTF8;
 class localValueList;
 
@@ -79,6 +83,13 @@ public:
 
     // Runs the help program in the global context.
     void commandHelpAsPrg();
+    // Starts the program file named in `arguments` under the step debugger.
+    void commandDebug(const std::u16string &arguments);
+
+    // The session of the last DEBUG, and its editor (either goes null when
+    // it ends or its window is closed).
+    QPointer<MyThread> thread;
+    QPointer<localVclWidgetEditor> debugEditor;
 
     // Applies the stored width and height.
     void iniLoad();
@@ -86,9 +97,19 @@ public:
     // application's main window.
     void windowShow();
 
+signals:
+    // A STEP line, for the debugged program.
+    void commandToThread(std::u16string line);
+
 public slots:
     // Prints a line above the input line and keeps what the user has typed.
     void COUT(QString text);
+    // A line from the worker; the console takes the text over.
+    void fromThread(std::u16string *text);
+    // Shows the operator about to run in the debugger's editor.
+    void operChangedSlot(const localOperatorCompiled *record);
+    // The debugged program has ended: one line says how, and the thread goes.
+    void threadFinished();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

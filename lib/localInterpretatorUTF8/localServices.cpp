@@ -38,6 +38,11 @@ std::u16string localServices::openFileName(const std::u16string &, const std::u1
     return std::u16string();
 }
 
+std::u16string localServices::saveFileName(const std::u16string &, const std::u16string &, const std::u16string &)
+{
+    return std::u16string();
+}
+
 void localServices::fatalBox(const std::u16string &, const std::u16string &)
 {
     // Headless: the message went to std::cout already.

@@ -29,6 +29,9 @@ public:
     // The name of an existing file to open, "" for Cancel. Headless: Cancel.
     virtual std::u16string openFileName(const std::u16string &title, const std::u16string &folder,
                                         const std::u16string &filter);
+    // A name to save under, "" for Cancel. Headless: Cancel.
+    virtual std::u16string saveFileName(const std::u16string &title, const std::u16string &folder,
+                                        const std::u16string &filter);
     // The box of the fatal stop; shown just before the process ends.
     virtual void fatalBox(const std::u16string &title, const std::u16string &text);
     // The wait cursor around long work; nested calls pair up.

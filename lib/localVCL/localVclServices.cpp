@@ -1,6 +1,7 @@
 #include "localVclServices.h"
 
 #include "localVclEventEscapeFilter.h"
+#include "localVclWidgetEditor.h"
 
 #include "localString.h"
 
@@ -64,6 +65,13 @@ std::u16string localVclServices::openFileName(const std::u16string &title, const
     return localFromQString(QFileDialog::getOpenFileName(nullptr, q(title), q(folder), q(filter)));
 }
 
+std::u16string localVclServices::saveFileName(const std::u16string &title, const std::u16string &folder,
+                                              const std::u16string &filter)
+{
+    arrowCursor cursor;
+    return localFromQString(QFileDialog::getSaveFileName(nullptr, q(title), q(folder), q(filter)));
+}
+
 void localVclServices::fatalBox(const std::u16string &title, const std::u16string &text)
 {
     arrowCursor cursor;
@@ -102,12 +110,15 @@ bool localVclServices::escapePressed()
     return localVclEventEscapeFilter::instance().poll() && escapeQuestion();
 }
 
-void localVclServices::editFile(const std::u16string &fileName, int32_t, bool builtIn)
+void localVclServices::editFile(const std::u16string &fileName, int32_t codePage, bool builtIn)
 {
     if (builtIn) {
-        std::cout << "EDIT COMMAND: the program editor is not available yet; the file is "
-                  << localNarrow(fileName) << "\n"
-                  << std::flush;
+        localVclWidgetEditor *editor = new localVclWidgetEditor();
+        if (!editor->load(fileName, codePage)) {
+            delete editor;
+            return;
+        }
+        editor->editorShow(editor->titleText());
         return;
     }
     // $VISUAL may carry its own options ("emacsclient -c").

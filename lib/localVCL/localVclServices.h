@@ -11,6 +11,8 @@ public:
     bool questionBox(const std::u16string &title, const std::u16string &text) override;
     std::u16string openFileName(const std::u16string &title, const std::u16string &folder,
                                 const std::u16string &filter) override;
+    std::u16string saveFileName(const std::u16string &title, const std::u16string &folder,
+                                const std::u16string &filter) override;
     void fatalBox(const std::u16string &title, const std::u16string &text) override;
     void waitCursorPush() override;
     void waitCursorPop() override;

@@ -343,13 +343,12 @@ private slots:
         QTest::newRow("hash expression") << "# 1+2" << QStringList{"3"};
         QTest::newRow("hash expression failing") << "# 1/0" << QStringList{"", "Деление на 0!"};
         QTest::newRow("blanks") << "   " << QStringList{"", ""};
-        QTest::newRow("debugger") << "DEBUG prog.prg" << QStringList{"DEBUG: the debugger is not available yet."};
-        QTest::newRow("step") << "step" << QStringList{"STEP: the debugger is not available yet."};
+        QTest::newRow("debugging a missing file") << "DEBUG prog.prg" << QStringList{"Error! "};
+        QTest::newRow("step without a session") << "step" << QStringList();
         QTest::newRow("retired edit without COMMAND")
             << "E1111111111111111111111111111111111111111DIT x"
             << QStringList{"", "команда: E1111111111111111111111111111111111111111DIT Syntax ERROR"};
-        QTest::newRow("edit") << "EDIT COMMAND x.prg"
-                              << QStringList{"EDIT COMMAND: the program editor is not available yet; the file is x.prg"};
+        QTest::newRow("edit opens a window") << "EDIT COMMAND x.prg" << QStringList();
     }
 
     // The road of a typed line: its answer between the echo and the prompt.
