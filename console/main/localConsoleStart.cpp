@@ -9,6 +9,7 @@
 #include "localClassV77.h"
 #include "localContextUTF8.h"
 #include "localDbInstall.h"
+#include "localForm.h"
 #include "localInterpretatorUTF8.h"
 #include "localNetwork.h"
 #include "localStd.h"
@@ -93,6 +94,7 @@ int qMain(int argc, char **argv)
     localDbInstall();
     localSxlInstall();
     localSxlVclInstall();
+    localFormInstall();
     localNetworkInstall();
     localAutomation1CInstall();
     const QFont font(QStringLiteral("MS Sans Serif"), 10);
