@@ -9,6 +9,7 @@
 #include "localClassV77.h"
 #include "localContextUTF8.h"
 #include "localDbInstall.h"
+#include "localDbVclInstall.h"
 #include "localInterpretatorUTF8.h"
 #include "localNetwork.h"
 #include "localStd.h"
@@ -91,6 +92,7 @@ int qMain(int argc, char **argv)
     QApplication application(argc, argv);
     localVclInstall();
     localDbInstall();
+    localDbVclInstall();
     localSxlInstall();
     localSxlVclInstall();
     localNetworkInstall();
