@@ -9,6 +9,7 @@
 #include "localClassV77.h"
 #include "localContextUTF8.h"
 #include "localDbInstall.h"
+#include "localDbVclInstall.h"
 #include "localForm.h"
 #include "localInterpretatorUTF8.h"
 #include "localNetwork.h"
@@ -92,6 +93,7 @@ int qMain(int argc, char **argv)
     QApplication application(argc, argv);
     localVclInstall();
     localDbInstall();
+    localDbVclInstall();
     localSxlInstall();
     localSxlVclInstall();
     localFormInstall();
