@@ -290,20 +290,37 @@ void localFormLayoutDesignerElementWidget::resizeEvent(QResizeEvent *event)
         contentWidget->setGeometry(QRect(QPoint(frameWidth, frameWidth), QPoint(width() - frameWidth, height() - frameWidth)));
 }
 
+localVclTestWidgetValueTable200617::localVclTestWidgetValueTable200617(QWidget *parent, localContextUTF8 *formContext)
+    : localVclGrid200123localValueTable(parent, formContext)
+{
+}
+
+void localVclTestWidgetValueTable200617::cellValueSet(int32_t row, int32_t column, const QString &value)
+{
+    localVclGrid200123localValueTable::cellValueSet(row, column, value);
+    emit dataSousceIdChanged();
+}
+
 QWidget *localFormLayoutDesignerElementWidget::tableMake()
 {
-    QFrame *placeholder = new QFrame(this);
-    placeholder->setFrameStyle(QFrame::Box | QFrame::Plain);
-    return placeholder;
+    localVclTestWidgetValueTable200617 *grid = new localVclTestWidgetValueTable200617(this, context);
+    localVclGrid200123column column;
+    column.caption = column.id = u"Column1";
+    column.width = 100;
+    grid->columnAdd(column);
+    connect(grid, &localVclTestWidgetValueTable200617::dataSousceIdChanged, this,
+            &localFormLayoutDesignerElementWidget::emitVarValueChangedSlot);
+    return grid;
 }
 
 std::u16string localFormLayoutDesignerElementWidget::tableDetails() const
 {
-    return kind == localFormWidgetTable ? tableLayout : std::u16string();
+    return kind == localFormWidgetTable ? static_cast<localVclGrid200123 *>(contentWidget)->layoutAsJsonTest()
+                                        : std::u16string();
 }
 
 void localFormLayoutDesignerElementWidget::tableDetailsSet(const std::u16string &json)
 {
     if (kind == localFormWidgetTable)
-        tableLayout = json;
+        static_cast<localVclGrid200123 *>(contentWidget)->layoutReconfigureByJson(json);
 }

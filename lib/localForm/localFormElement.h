@@ -3,6 +3,8 @@
 #ifndef LOCALFORMELEMENT_H
 #define LOCALFORMELEMENT_H
 
+#include "localVclGrid200123localValueTable.h"
+
 #include <QPixmap>
 #include <QWidget>
 
@@ -29,6 +31,20 @@ protected:
 private:
     std::u16string base64;
     QPixmap picture;
+};
+
+// The grid of a form's Table field: a value table from the form's variables,
+// which tells the form when the user has edited a cell.
+class localVclTestWidgetValueTable200617 : public localVclGrid200123localValueTable {
+    Q_OBJECT
+public:
+    explicit localVclTestWidgetValueTable200617(QWidget *parent, localContextUTF8 *formContext);
+
+signals:
+    void dataSousceIdChanged();
+
+protected:
+    void cellValueSet(int32_t row, int32_t column, const QString &value) override;
 };
 
 class localFormLayoutDesignerElementWidget : public QWidget {
@@ -84,9 +100,6 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    // The Table's layout until a grid holds it.
-    std::u16string tableLayout;
-
     QWidget *contentMake();
     QWidget *tableMake();
     void formulaShow();
