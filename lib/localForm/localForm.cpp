@@ -209,7 +209,7 @@ void localForm::build(const localFormMetadata &metadata, const localValueList *p
     resize(metadata.size());
     valueModifiedSlot();
     repaint();
-    resize(frameGeometry().size());
+    resize(frameSize());
     localErrorType status = localErrorTypeOK;
     eventFormAfterCreateRun(status);
 }

@@ -159,8 +159,8 @@ QDomDocument documentWrite(QWidget *surface, bool withModule, const std::u16stri
     document.appendChild(root);
     QDomElement form = document.createElement(QStringLiteral("Form"));
     form.setAttribute(QStringLiteral("Name"), QStringLiteral("Проба"));
-    form.setAttribute(QStringLiteral("w"), QString::number(surface->frameGeometry().width()));
-    form.setAttribute(QStringLiteral("h"), QString::number(surface->frameGeometry().height()));
+    form.setAttribute(QStringLiteral("w"), QString::number(surface->frameSize().width()));
+    form.setAttribute(QStringLiteral("h"), QString::number(surface->frameSize().height()));
     root.appendChild(form);
     QDomElement widgets = document.createElement(QStringLiteral("Widgets"));
     form.appendChild(widgets);
