@@ -2,11 +2,13 @@
 
 #include "localForm.h"
 #include "localFormElement.h"
+#include "localFormMetadata.h"
 #include "localVclWidgetEdit.h"
 
 #include "localOperatorCompiled.h"
 #include "localSxl.h"
 #include "localSxlWidget.h"
+#include "localValueList.h"
 
 #include <QDomDocument>
 #include <QLabel>
@@ -96,6 +98,7 @@ private slots:
     void identifierMatches_data();
     void identifierMatches();
     void failingModuleStillBuildsWidgets();
+    void parametersReachTheModule();
     void formClass();
     void afterCreateEvents_data();
     void afterCreateEvents();
@@ -239,6 +242,20 @@ void tst_localForm::failingModuleStillBuildsWidgets()
     QCOMPARE(form->findChildren<localFormLayoutDesignerElementWidget *>().size(), 2);
     QCOMPARE(value(*form, "VALUETYPEASSTRING(X)"), QString("СТРОКА"));
     QCOMPARE(value(*form, "a"), QString("fail 10"));
+}
+
+void tst_localForm::parametersReachTheModule()
+{
+    localValueDescription holder;
+    localValueList *parameters = localValueList::newInCell(&holder);
+    localValueDescription five;
+    five.setVal(5);
+    parameters->items.emplace_back(&five, u"P");
+    QDomDocument document;
+    document.setContent(QString("<FormMd><Module>VAR Q = P * 2;</Module></FormMd>"));
+    const localFormMetadata metadata(document);
+    localForm form(metadata, parameters);
+    QCOMPARE(value(form, "Q"), QString("10"));
 }
 
 void tst_localForm::formClass()
