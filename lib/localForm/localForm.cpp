@@ -8,6 +8,7 @@
 #include "localGlobalFunctions.h"
 #include "localInterpretatorUTF8.h"
 #include "localOperatorCompiled.h"
+#include "localFormWaitCursor.h"
 #include "localServices.h"
 #include "localString.h"
 #include "localSxl.h"
@@ -27,14 +28,6 @@
 #include <unordered_map>
 
 namespace {
-
-class waitCursor {
-public:
-    waitCursor() { localServices::instance().waitCursorPush(); }
-    ~waitCursor() { localServices::instance().waitCursorPop(); }
-    waitCursor(const waitCursor &) = delete;
-    waitCursor &operator=(const waitCursor &) = delete;
-};
 
 // The form that made each form context: how a method copied into the
 // context finds its form.
@@ -250,7 +243,7 @@ void localForm::moduleRun(const std::u16string &module)
     localErrorType status = localErrorTypeOK;
     bool done = false;
     {
-        waitCursor wait;
+        localFormWaitCursor wait;
         done = textExec(status, module, context);
     }
     // A failing module stops nothing: the widgets are built anyway.
@@ -326,7 +319,7 @@ bool localForm::eventFormAfterCreateRun(localErrorType &status)
         if (context->functionLookup(name, &foundIn) == nullptr || foundIn != context)
             return true;
     }
-    waitCursor wait;
+    localFormWaitCursor wait;
     localValueVector arguments;
     localValueDescription *result = nullptr;
     status = localErrorTypeOK;

@@ -6,7 +6,7 @@
 #include "localContextUTF8.h"
 #include "localErrorType.h"
 #include "localInterpretatorUTF8.h"
-#include "localServices.h"
+#include "localFormWaitCursor.h"
 #include "localString.h"
 #include "localVCL.h"
 
@@ -27,14 +27,6 @@ std::u16string formulaCut(const std::u16string &formula)
 {
     return localString::trim(formula);
 }
-
-class waitCursor {
-public:
-    waitCursor() { localServices::instance().waitCursorPush(); }
-    ~waitCursor() { localServices::instance().waitCursorPop(); }
-    waitCursor(const waitCursor &) = delete;
-    waitCursor &operator=(const waitCursor &) = delete;
-};
 
 // The value of `formula` in `context` as text; false (text untouched) when
 // the evaluation fails, whose details the evaluator has already given.
@@ -238,7 +230,7 @@ void localFormLayoutDesignerElementWidget::userButtonClickedSlot()
         return;
     const std::u16string statement = formulaCut(formula);
     if (!statement.empty() && context != nullptr) {
-        waitCursor wait;
+        localFormWaitCursor wait;
         localErrorType status = localErrorTypeOK;
         size_t position = 0;
         const bool done =

@@ -3,7 +3,7 @@
 #include "localContextUTF8.h"
 #include "localInterpretatorUTF8.h"
 #include "localOperatorCompiled.h"
-#include "localServices.h"
+#include "localFormWaitCursor.h"
 #include "localString.h"
 #include "localSxl.h"
 #include "localSxlWidget.h"
@@ -15,18 +15,6 @@
 
 #include <algorithm>
 #include <iostream>
-
-namespace {
-
-class waitCursor {
-public:
-    waitCursor() { localServices::instance().waitCursorPush(); }
-    ~waitCursor() { localServices::instance().waitCursorPop(); }
-    waitCursor(const waitCursor &) = delete;
-    waitCursor &operator=(const waitCursor &) = delete;
-};
-
-} // namespace
 
 // ---- the number line ----
 
@@ -270,7 +258,7 @@ void localVclWidgetEdit::editingFinishedSlot()
         return;
     }
     if (!formula.empty()) {
-        waitCursor wait;
+        localFormWaitCursor wait;
         localErrorType status = localErrorTypeOK;
         size_t position = 0;
         if (!localInterpretatorUTF8::scanStringGetOperatorAndExec(status, formula, position, context, false)
