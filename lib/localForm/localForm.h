@@ -44,8 +44,9 @@ public:
     // Re-reads every field and repaints the elements whose identifier
     // matches `patternUpper` (empty: all).
     void refresh(const std::u16string &patternUpper);
-    // Asks whether the form may close; true for yes.
-    bool closeEventBefor();
+    // Asks whether the form may close; true for yes. Invokable, so that a
+    // main window that knows forms only by class name can ask.
+    Q_INVOKABLE bool closeEventBefor();
 
     // The pattern of REFRESH: "*" ends the match with success, "?" takes any
     // one character, and both texts must run out together otherwise.

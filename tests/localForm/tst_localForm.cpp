@@ -100,6 +100,7 @@ private slots:
     void failingModuleStillBuildsWidgets();
     void parametersReachTheModule();
     void formClass();
+    void closingAsks();
     void afterCreateEvents_data();
     void afterCreateEvents();
 };
@@ -280,6 +281,18 @@ void tst_localForm::formClass()
         holder.localValueClear();
     }
     QCOMPARE(localMemoryManager::instance().getUsedCount(), cellsBefore);
+}
+
+void tst_localForm::closingAsks()
+{
+    auto form = formOf("", "");
+    localTest::boxRecorder *boxes = localTest::boxRecorder::install();
+    const bool refused = form->closeEventBefor();
+    boxes->answer = true;
+    const bool agreed = form->closeEventBefor();
+    QCOMPARE(q(boxes->boxes.at(0).title) + "|" + q(boxes->boxes.at(0).text), QString("localForm::closeEventBefor()|Close?"));
+    localServices::install(nullptr);
+    QVERIFY(!refused && agreed);
 }
 
 void tst_localForm::afterCreateEvents_data()
