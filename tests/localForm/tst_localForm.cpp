@@ -9,6 +9,7 @@
 #include "localSxl.h"
 #include "localSxlWidget.h"
 #include "localValueList.h"
+#include "localValueTable.h"
 
 #include <QDomDocument>
 #include <QLabel>
@@ -263,9 +264,15 @@ void tst_localForm::formClass()
 {
     const size_t cellsBefore = localMemoryManager::instance().getUsedCount();
     {
-        auto form = formOf(edit("N"), "VAR N = 3; VAR T = TOSTRING(); VAR R = ОБНОВИТЬ();");
+        // With the kinds that hold objects: a document field and a grid over a table.
+        auto form = formOf(edit("N") + edit("D", "TABLEDOCUMENT")
+                               + "<Widget WidgetType=\"Table\" details=\"{&quot;grid:dataSource:varName&quot;: "
+                                 "&quot;G&quot;}\" x=\"0\" y=\"100\" w=\"200\" h=\"90\"/>",
+                           "VAR N = 3; VAR T = TOSTRING(); VAR R = ОБНОВИТЬ(); VAR G = CREATEOBJECT(\"VALUETABLE\");");
         QCOMPARE(value(*form, "T"), "Форма adr [" + QString::number(quintptr(form.get())) + "] ");
         QCOMPARE(value(*form, "R"), QString("1"));
+        auto *grid = form->findChild<localVclGrid200123localValueTable *>();
+        QCOMPARE(grid->table(), localValueTable::fromValue(form->context->variableFind(u"G")->value));
         QCOMPARE(value(*form, "REFRESH(1, 2)"), QString("fail 31"));
         QCOMPARE(value(*form, "REFRESH(1)"), QString("fail 33"));
         // An attribute of a form object is the variable of its context.
