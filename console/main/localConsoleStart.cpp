@@ -11,6 +11,7 @@
 #include "localDbInstall.h"
 #include "localDbManager.h"
 #include "localDbVclInstall.h"
+#include "localForm.h"
 #include "localInterpretatorUTF8.h"
 #include "localNetwork.h"
 #include "localStd.h"
@@ -110,6 +111,7 @@ int qMain(int argc, char **argv)
     localDbVclInstall();
     localSxlInstall();
     localSxlVclInstall();
+    localFormInstall();
     localNetworkInstall();
     localAutomation1CInstall();
     const QFont font(QStringLiteral("MS Sans Serif"), 10);

@@ -1,5 +1,8 @@
 // Draws the project's pictures into the folder given as the only argument:
 //   logoKV_3232.png   the window icon, the letters K and V on a console-black tile
+//   204.bmp           a strip of two 16 x 16 tool icons of a form: read
+//                     settings (an arrow into a tray) at x 0, save them (a
+//                     disk) at x 16
 // Lines only, no fonts, so the pictures come out the same on every machine.
 #include <QColor>
 #include <QImage>
@@ -47,6 +50,28 @@ QImage logo(int size)
     return image;
 }
 
+QImage formActions()
+{
+    QImage image(32, 16, QImage::Format_RGB32);
+    image.fill(QColor(0xf0, 0xf0, 0xf0));
+    QPainter painter(&image);
+    painter.setPen(QPen(rim, 1.0));
+    // Read: a tray with an arrow coming down into it.
+    painter.drawLine(2, 10, 2, 14);
+    painter.drawLine(2, 14, 13, 14);
+    painter.drawLine(13, 14, 13, 10);
+    painter.drawLine(7, 1, 7, 11);
+    painter.drawLine(4, 8, 7, 11);
+    painter.drawLine(10, 8, 7, 11);
+    // Save: a disk with its label and shutter.
+    painter.setBrush(tile);
+    painter.drawRect(17, 1, 13, 13);
+    painter.setBrush(QColor(0xf0, 0xf0, 0xf0));
+    painter.drawRect(20, 2, 7, 4);
+    painter.drawRect(19, 9, 9, 5);
+    return image;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -57,6 +82,10 @@ int main(int argc, char **argv)
     }
     const QString folder = QString::fromLocal8Bit(argv[1]);
     if (!logo(32).save(folder + QStringLiteral("/logoKV_3232.png"), "PNG")) {
+        std::fprintf(stderr, "iconsDraw: cannot write into %s\n", argv[1]);
+        return 1;
+    }
+    if (!formActions().save(folder + QStringLiteral("/204.bmp"), "BMP")) {
         std::fprintf(stderr, "iconsDraw: cannot write into %s\n", argv[1]);
         return 1;
     }

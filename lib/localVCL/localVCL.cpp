@@ -142,6 +142,9 @@ QWidget *localVCL::messagePanel()
 QWidget *localVCL::applicationShowWidget(QWidget *widget, const localVclShowParameters &parameters)
 {
     QToolBar *bar = formToolBar();
+    // A form brings its own actions; the kit knows forms only by class name.
+    if (widget->inherits("localForm"))
+        bar->addActions(widget->actions());
     widget->setAttribute(Qt::WA_DeleteOnClose);
     QMdiArea *area = mdiArea();
     QWidget *frame = area != nullptr ? showInMdiArea(area, widget, bar, parameters)
