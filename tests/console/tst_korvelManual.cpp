@@ -4,6 +4,7 @@
 // what its page says it prints.
 #include "localClassV77.h"
 #include "localDbInstall.h"
+#include "localForm.h"
 #include "localGlobalFunctions.h"
 #include "localJson.h"
 #include "localNetwork.h"
@@ -96,6 +97,13 @@ std::map<QString, std::set<QString>> languageNames()
         for (const char16_t *name : {rows[row].english, rows[row].russian})
             if (name != nullptr && *name != 0)
                 names["CONTEXT"].insert(q(name));
+    // FORM has no constructor: FORMOPEN makes its objects, so CLASSLOAD never
+    // declares it; its names come from the class's own table.
+    const localNativeClassShape<localForm> &form = localForm::classShape();
+    for (size_t one = 0; one < form.membersCount; ++one)
+        for (const char16_t *name : {form.members[one].english, form.members[one].russian})
+            if (name != nullptr)
+                names[q(form.className)].insert(q(name));
     for (const localClassDeclaration *declaration : context->classes)
         for (const localClassMember *classMember : declaration->members)
             if (!classMember->name.empty() && classMember->name != u"~")
