@@ -1,5 +1,7 @@
 // Draws the project's pictures into the folder given as the only argument:
 //   logoKV_3232.png   the window icon, the letters K and V on a console-black tile
+//   IMAGECOL.png      the marks of a browse's rows: at (0, 464), (16, 464) and
+//                     (32, 464) a folder, an open folder and an item, 16 x 16
 // Lines only, no fonts, so the pictures come out the same on every machine.
 #include <QColor>
 #include <QImage>
@@ -47,6 +49,47 @@ QImage logo(int size)
     return image;
 }
 
+const QColor folderBody(0xe8, 0xb8, 0x3a);
+const QColor folderEdge(0x8a, 0x62, 0x10);
+const QColor itemBody(0xf4, 0xf4, 0xf0);
+const QColor itemEdge(0x50, 0x60, 0x78);
+
+void folderDraw(QPainter &painter, bool open)
+{
+    painter.setPen(QPen(folderEdge, 1));
+    painter.setBrush(folderBody.darker(110));
+    painter.drawPolygon(QPolygonF({{1.5, 3.5}, {6.5, 3.5}, {8, 5}, {14.5, 5}, {14.5, 13.5}, {1.5, 13.5}}));
+    painter.setBrush(folderBody);
+    if (open)
+        painter.drawPolygon(QPolygonF({{3.5, 7.5}, {15.5, 7.5}, {13.5, 13.5}, {1.5, 13.5}}));
+    else
+        painter.drawRect(QRectF(1.5, 6.5, 13, 7));
+}
+
+void itemDraw(QPainter &painter)
+{
+    painter.setPen(QPen(itemEdge, 1));
+    painter.setBrush(itemBody);
+    painter.drawPolygon(QPolygonF({{3.5, 1.5}, {10, 1.5}, {12.5, 4}, {12.5, 14.5}, {3.5, 14.5}}));
+    for (double y : {5.5, 8.5, 11.5})
+        painter.drawLine(QPointF(5.5, y), QPointF(10.5, y));
+}
+
+QImage rowMarks()
+{
+    QImage image(48, 480, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(0, 464);
+    folderDraw(painter, false);
+    painter.translate(16, 0);
+    folderDraw(painter, true);
+    painter.translate(16, 0);
+    itemDraw(painter);
+    return image;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -56,7 +99,8 @@ int main(int argc, char **argv)
         return 2;
     }
     const QString folder = QString::fromLocal8Bit(argv[1]);
-    if (!logo(32).save(folder + QStringLiteral("/logoKV_3232.png"), "PNG")) {
+    if (!logo(32).save(folder + QStringLiteral("/logoKV_3232.png"), "PNG")
+        || !rowMarks().save(folder + QStringLiteral("/IMAGECOL.png"), "PNG")) {
         std::fprintf(stderr, "iconsDraw: cannot write into %s\n", argv[1]);
         return 1;
     }
