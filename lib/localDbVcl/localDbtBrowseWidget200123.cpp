@@ -302,9 +302,23 @@ void localDbtBrowseWidget200123::keyDown()
     }
     // The last row of the buffer: refill from the first visible row.
     const int32_t oldDataLine = currentLine - headLines;
+    const keyValues oldCursorKey = dataSource.bufferRowKeyValues(mCurRec());
     fillFromKeyVal(dataSource.bufferRowKeyValues(mRec1));
     mRec1 = 0;
     const int32_t newRows = int32_t(dataSource.dataBufer.size());
+    // The old cursor row is found again by its key: when the first visible
+    // row was deleted meanwhile, it no longer stands on the same line.
+    const int64_t found = dataSource.bufferRowFindByKey(oldCursorKey);
+    if (found >= 0 && dataSource.bufferRowKeyValues(size_t(found)) == oldCursorKey) {
+        if (found + 1 >= newRows) {
+            cursorToLastRow(); // the end of the table
+            return;
+        }
+        const int64_t top = found + 1 - oldDataLine;
+        mRec1 = uint32_t(std::max<int64_t>(0, top));
+        currentLine = headLines + int32_t(found + 1 - mRec1);
+        return;
+    }
     cursorToLastRow();
     if (oldDataLine >= newRows - 1)
         return; // the end of the table
