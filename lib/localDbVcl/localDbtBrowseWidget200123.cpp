@@ -116,6 +116,11 @@ void localDbtBrowseWidget200123::bufferFillFromBottom()
 
 void localDbtBrowseWidget200123::indexAboutToChange(const std::u16string &) {}
 
+bool localDbtBrowseWidget200123::indexKeepsFixed(const localDbIndex &) const
+{
+    return true;
+}
+
 int localDbtBrowseWidget200123::changeIndexByColumn(int32_t column)
 {
     if (column < 0 || size_t(column) >= columnIndexNames.size() || columnIndexNames[size_t(column)].empty())
@@ -155,16 +160,15 @@ bool localDbtBrowseWidget200123::findFast(const std::u16string &word)
     const localDbIndex *index = dataSource.indexFind(indexName);
     if (index == nullptr)
         return false;
-    const keyValues sought{word};
+    // Within a fixed group the word is sought in the field after it.
+    keyValues sought = indexKeepsFixed(*index) ? dataSource.fixedKeyValues : keyValues();
+    const size_t wordField = sought.size();
+    sought.push_back(word);
     const keyValues found = dataSource.dbtRecordGetRelativelyByKeyAsVectorOfValues(
-        dataSource.dbName, dataSource.fromClause(), index->keyNames, {}, sought, 0, 0, false,
+        dataSource.dbName, dataSource.fromClause(), index->keyNames, sought, sought, wordField, 0, false,
         dataSource.whereConditions);
-    if (found.empty())
+    if (found.size() <= wordField || found[wordField].substr(0, word.size()) != word)
         return false;
-    for (size_t i = 0; i < sought.size(); ++i) {
-        if (i >= found.size() || found[i].substr(0, sought[i].size()) != sought[i])
-            return false;
-    }
     if (dataSource.currentIndex == nullptr || dataSource.currentIndex->name != indexName) {
         indexAboutToChange(indexName);
         dataSource.indexSwitch(indexName);

@@ -63,6 +63,8 @@ protected:
     int32_t rowOfLine(int32_t line) const override { return int32_t(mRec1) + line - headLines; }
     // Index change and typing search may need to leave a hierarchy first.
     virtual void indexAboutToChange(const std::u16string &indexName);
+    // Whether the fixed key values stay a prefix of `index`'s keys.
+    virtual bool indexKeepsFixed(const localDbIndex &index) const;
     int32_t dataLines() const { return visibleLines() - headLines; }
     // Moves the cursor up until it stands on a buffer row.
     void cursorToLastRow();

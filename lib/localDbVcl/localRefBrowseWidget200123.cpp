@@ -60,9 +60,7 @@ int localRefBrowseWidget200123::fieldColumn(const std::u16string &field) const
 
 bool localRefBrowseWidget200123::hierarchyIndex() const
 {
-    const std::vector<std::u16string> &keys = dataSource.keyNames();
-    return keys.size() >= 2 && keys[0] == dataSource.qualified(u"parentid")
-           && keys[1] == dataSource.qualified(u"isfolder");
+    return dataSource.currentIndex != nullptr && indexKeepsFixed(*dataSource.currentIndex);
 }
 
 bool localRefBrowseWidget200123::isFolder(const localDbDataSource200123::row &values) const
@@ -202,14 +200,17 @@ void localRefBrowseWidget200123::keyPressEvent(QKeyEvent *event)
     update();
 }
 
+bool localRefBrowseWidget200123::indexKeepsFixed(const localDbIndex &index) const
+{
+    // A folder is a prefix of the hierarchy's index only.
+    return index.keyNames.size() >= 2 && index.keyNames[0] == dataSource.qualified(u"parentid")
+           && index.keyNames[1] == dataSource.qualified(u"isfolder");
+}
+
 void localRefBrowseWidget200123::indexAboutToChange(const std::u16string &indexName)
 {
-    // A folder is a prefix of the hierarchy's index; any other order shows
-    // the whole table.
+    // Any other order shows the whole table.
     const localDbIndex *index = dataSource.indexFind(indexName);
-    const bool keepsHierarchy = index != nullptr && index->keyNames.size() >= 2
-                                && index->keyNames[0] == dataSource.qualified(u"parentid")
-                                && index->keyNames[1] == dataSource.qualified(u"isfolder");
-    if (hierarchical && !keepsHierarchy)
+    if (hierarchical && (index == nullptr || !indexKeepsFixed(*index)))
         hierarchyDrop();
 }

@@ -34,6 +34,7 @@ protected:
     std::u16string headLineText(int32_t line, int32_t column) override;
     QPixmap headLinePicture(int32_t line) override;
     void indexAboutToChange(const std::u16string &indexName) override;
+    bool indexKeepsFixed(const localDbIndex &index) const override;
 
 private:
     // The column of a row (key or select column) holding the main table's
