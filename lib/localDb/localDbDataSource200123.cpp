@@ -202,7 +202,11 @@ int64_t localDbDataSource200123::getId(size_t bufferRow) const
 
 localDbDataSource200123::row localDbDataSource200123::bufferRowRead(const QSqlQuery &query)
 {
-    const int count = query.record().count();
+    return bufferRowRead(query, query.record().count());
+}
+
+localDbDataSource200123::row localDbDataSource200123::bufferRowRead(const QSqlQuery &query, int count)
+{
     row values;
     values.reserve(size_t(count));
     for (int i = 0; i < count; ++i)

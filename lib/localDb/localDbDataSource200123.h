@@ -56,6 +56,9 @@ public:
     std::vector<std::u16string> whereConditions;
     // Kept for the caller; the source itself never reads them.
     std::vector<std::u16string> callerStrings;
+    // When set, every statement of a fill or a walk is appended here, so
+    // that a measurement can run the same statements bare.
+    std::vector<std::u16string> *statementLog = nullptr;
 
     static int64_t counterStaticTotal;
 
@@ -99,6 +102,9 @@ public:
 
     // Every column of the query's current row as text.
     static row bufferRowRead(const QSqlQuery &query);
+    // The same for a query whose column count the caller knows: asking the
+    // query for its record costs more than reading a row.
+    static row bufferRowRead(const QSqlQuery &query, int columns);
 
     // --- paging by keys (the buffer never holds more than `capacity` rows
     // and no statement counts or skips rows) ---
@@ -140,7 +146,7 @@ public:
     static keyValues dbtRecordGetRelativelyByKeyAsVectorOfValues(
         const std::u16string &dbName, const std::u16string &from, const std::vector<std::u16string> &keyNames,
         const keyValues &fixedValues, const keyValues &keyValuesGiven, size_t fixedCount, int64_t step, bool strict,
-        const std::vector<std::u16string> &whereConditions = {});
+        const std::vector<std::u16string> &whereConditions = {}, std::vector<std::u16string> *statementLog = nullptr);
 
 private:
     bool usable = true;

@@ -112,11 +112,13 @@ bool localDbDataSource200123::fillFromKeyVal(const keyValues &given)
         std::u16string condition = whereFromKeys(alias, fields, keys, c, u">");
         conditionsAppend(condition, whereConditions);
         const std::u16string sql = head + (condition.empty() ? u"" : u" where " + condition) + tail;
+        if (statementLog != nullptr)
+            statementLog->push_back(sql);
         if (!localDb::dbQueryExec(dbName, sql, query))
             localDb::statementFailedBox(LOCAL_DB_PLACE, u"fillFromKeyVal", sql);
         else
-            while (room() && query.next())
-                dataBufer.push_back(bufferRowRead(query));
+            for (const int columns = query.record().count(); room() && query.next();)
+                dataBufer.push_back(bufferRowRead(query, columns));
         --c;
         if (!(c > fixed - 1 && c >= 0 && room()))
             break;
@@ -140,6 +142,8 @@ bool localDbDataSource200123::fillFromBottom()
                                (condition.empty() ? u"" : u" where " + condition) + u" order by  " + order +
                                u" limit " + numberText(capacity) + u";";
     dataBufer.clear();
+    if (statementLog != nullptr)
+        statementLog->push_back(sql);
     QSqlDatabase db;
     localDb::connectionFind(dbName, db);
     QSqlQuery query(db);
@@ -148,8 +152,8 @@ bool localDbDataSource200123::fillFromBottom()
         localDb::statementFailedBox(LOCAL_DB_PLACE, u"fillFromBottom", sql);
         return false;
     }
-    while (dataBufer.size() < size_t(capacity) && query.next())
-        dataBufer.push_back(bufferRowRead(query));
+    for (const int columns = query.record().count(); dataBufer.size() < size_t(capacity) && query.next();)
+        dataBufer.push_back(bufferRowRead(query, columns));
     std::reverse(dataBufer.begin(), dataBufer.end());
     return true;
 }
@@ -186,7 +190,7 @@ int64_t localDbDataSource200123::bufferRowFindByKey(const keyValues &keys) const
 localDbDataSource200123::keyValues localDbDataSource200123::dbtRecordGetRelativelyByKeyAsVectorOfValues(
     const std::u16string &dbName, const std::u16string &from, const std::vector<std::u16string> &keyNames,
     const keyValues &fixedValues, const keyValues &keyValuesGiven, size_t fixedCount, int64_t step, bool strict,
-    const std::vector<std::u16string> &whereConditions)
+    const std::vector<std::u16string> &whereConditions, std::vector<std::u16string> *statementLog)
 {
     const keyValues &keys = keyValuesGiven.size() < fixedCount ? fixedValues : keyValuesGiven;
     const int64_t a = step < 0 ? -step : step;
@@ -211,12 +215,15 @@ localDbDataSource200123::keyValues localDbDataSource200123::dbtRecordGetRelative
         const std::u16string sql = u"select " + columns + u" from " + from +
                                    (condition.empty() ? u"" : u" where " + condition) + u" order by  " + order +
                                    u" limit " + numberText(a + 1 - int64_t(found.size())) + u";";
+        if (statementLog != nullptr)
+            statementLog->push_back(sql);
         if (!localDb::dbQueryExec(dbName, sql, query)) {
             localDb::statementFailedBox(LOCAL_DB_PLACE, u"dbtRecordGetRelativelyByKeyAsVectorOfValues", sql);
             continue;
         }
         while (int64_t(found.size()) < a + 1 && query.next()) {
             keyValues values;
+            values.reserve(keyNames.size());
             for (size_t i = 0; i < keyNames.size(); ++i)
                 values.push_back(localFromQString(query.value(int(i)).toString()));
             if (step < 0)
@@ -240,7 +247,8 @@ localDbDataSource200123::keyValues localDbDataSource200123::relativeKeyByNames(
     const std::vector<std::u16string> &names, const keyValues &keys, int64_t step, bool strict) const
 {
     return dbtRecordGetRelativelyByKeyAsVectorOfValues(dbName, fromClause(), names, fixedKeyValues, keys,
-                                                       fixedKeyValues.size(), step, strict, whereConditions);
+                                                       fixedKeyValues.size(), step, strict, whereConditions,
+                                                       statementLog);
 }
 
 const localDbIndex *localDbDataSource200123::indexFind(const std::u16string &indexName) const

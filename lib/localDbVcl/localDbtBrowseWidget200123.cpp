@@ -166,7 +166,7 @@ bool localDbtBrowseWidget200123::findFast(const std::u16string &word)
     sought.push_back(word);
     const keyValues found = dataSource.dbtRecordGetRelativelyByKeyAsVectorOfValues(
         dataSource.dbName, dataSource.fromClause(), index->keyNames, sought, sought, wordField, 0, false,
-        dataSource.whereConditions);
+        dataSource.whereConditions, dataSource.statementLog);
     if (found.size() <= wordField || found[wordField].substr(0, word.size()) != word)
         return false;
     if (dataSource.currentIndex == nullptr || dataSource.currentIndex->name != indexName) {
