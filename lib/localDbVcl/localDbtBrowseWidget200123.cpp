@@ -214,6 +214,13 @@ void localDbtBrowseWidget200123::choose()
     emit idSelectedSignal(id);
 }
 
+void localDbtBrowseWidget200123::mousePressEvent(QMouseEvent *event)
+{
+    localVclGrid200123::mousePressEvent(event);
+    cursorToLastRow();
+    update();
+}
+
 void localDbtBrowseWidget200123::keyPressEvent(QKeyEvent *event)
 {
     const int key = event->key();
@@ -371,6 +378,11 @@ void localDbtBrowseWidget200123::keyPageUp()
 
 bool newLocalDbtBrowseWidget200123(localErrorType &status, const localDbBrowseDescription &description)
 {
+    // A program's browse reads the application's data file unless the
+    // connection is open already.
+    QSqlDatabase open;
+    if (description.dbName == localDb::mainConnectionName && !localDb::connectionFind(description.dbName, open))
+        localDb::testDbSqliteInit(localServices::applicationGetDataFullFileName());
     std::unique_ptr<localDbDataSource200123> source = description.dataSourceMake();
     if (!source || !source->valid()) {
         status = localErrorTypeDATABASEconnect;

@@ -60,6 +60,7 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     int32_t rowOfLine(int32_t line) const override { return int32_t(mRec1) + line - headLines; }
     // Index change and typing search may need to leave a hierarchy first.
     virtual void indexAboutToChange(const std::u16string &indexName);
