@@ -130,8 +130,9 @@ int main(int argc, char **argv)
         columns[i].idxName = indexes[i];
         columns[i].width = 120;
     }
-    // The first widget pays for the style and the fonts, once per process.
-    localDbtBrowseWidget200123(source, columns).resize(600, 400);
+    // The first widgets pay for the style and the fonts, once per process.
+    for (int i = 0; i < 2; ++i)
+        localDbtBrowseWidget200123(source, columns).resize(600, 400);
     std::unique_ptr<localDbtBrowseWidget200123> widget;
     measure("open at the top", [&] { widget.reset(new localDbtBrowseWidget200123(source, columns)); });
     widget->resize(600, 30 * 21 - 1);
@@ -146,14 +147,15 @@ int main(int argc, char **argv)
         measure("PageUp", [&] { key(widget.get(), Qt::Key_PageUp); });
 
     std::printf("| action | keys | fills | fill median ms | fill worst ms | bare median ms | bare worst ms |"
-                " worst fill/bare |\n|---|---|---|---|---|---|---|---|\n");
+                " fill/bare median | fill/bare worst |\n|---|---|---|---|---|---|---|---|---|\n");
     for (const auto &entry : actions) {
         const timings &t = entry.second;
-        double ratio = 0;
+        std::vector<double> ratios;
         for (size_t i = 0; i < t.fill.size(); ++i)
-            ratio = std::max(ratio, t.fill[i] / std::max(t.bare[i], 1e-3));
-        std::printf("| %s | %d | %zu | %.2f | %.2f | %.2f | %.2f | %.2f |\n", entry.first.c_str(), t.keys,
-                    t.fill.size(), median(t.fill), worst(t.fill), median(t.bare), worst(t.bare), ratio);
+            ratios.push_back(t.fill[i] / std::max(t.bare[i], 1e-3));
+        std::printf("| %s | %d | %zu | %.2f | %.2f | %.2f | %.2f | %.2f | %.2f |\n", entry.first.c_str(), t.keys,
+                    t.fill.size(), median(t.fill), worst(t.fill), median(t.bare), worst(t.bare), median(ratios),
+                    worst(ratios));
     }
     std::printf("\ncursor on id %lld; peak resident memory %ld kB\n",
                 static_cast<long long>(widget->getId(widget->mCurRec())), peakKilobytes());

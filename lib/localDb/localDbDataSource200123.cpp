@@ -165,6 +165,8 @@ localDbDataSource200123::row localDbDataSource200123::getTmpRowById(int64_t id) 
     const std::u16string sql = u"select " + keys + (keys.empty() ? u"" : u",") + selectList() + u" from " +
                                fromClause() + u" where " +
                                qualified(localDbFieldDescription::PrimaryKeyName) + u"=" + localDb::number(id);
+    if (statementLog != nullptr)
+        statementLog->push_back(sql);
     QSqlDatabase db;
     localDb::connectionFind(dbName, db);
     QSqlQuery query(db);
