@@ -14,6 +14,10 @@ namespace {
 const int screenLines = 20;
 const int dataLines = screenLines - 1;
 const QString orderedP = QStringLiteral("select a, b, c from P order by a, b, c");
+const std::map<QString, std::pair<int, Qt::KeyboardModifiers>> codes{
+    {"D", {Qt::Key_Down, Qt::NoModifier}},      {"U", {Qt::Key_Up, Qt::NoModifier}},
+    {"PD", {Qt::Key_PageDown, Qt::NoModifier}}, {"PU", {Qt::Key_PageUp, Qt::NoModifier}},
+    {"CE", {Qt::Key_End, Qt::ControlModifier}}, {"CPU", {Qt::Key_PageUp, Qt::ControlModifier}}};
 
 // P: a three-field key (a, b, c) whose first two fields repeat in long runs
 // and whose last is unique, of one width: the buffer compares keys as text.
@@ -68,14 +72,10 @@ private slots:
         localBrowseTest::browse b(u"P", u"P_ABC", screenLines);
         int64_t position = rows > 0 ? 0 : -1;
         for (const QString &token : keys.split(' ')) {
-            const QString name = token.left(token.indexOf(QRegExp("[0-9]")) < 0 ? token.size()
-                                                                                  : token.indexOf(QRegExp("[0-9]")));
-            const int times = token.mid(name.size()).isEmpty() ? 1 : token.mid(name.size()).toInt();
-            for (int i = 0; i < times; ++i) {
-                static const std::map<QString, std::pair<int, Qt::KeyboardModifiers>> codes{
-                    {"D", {Qt::Key_Down, Qt::NoModifier}},       {"U", {Qt::Key_Up, Qt::NoModifier}},
-                    {"PD", {Qt::Key_PageDown, Qt::NoModifier}},  {"PU", {Qt::Key_PageUp, Qt::NoModifier}},
-                    {"CE", {Qt::Key_End, Qt::ControlModifier}}, {"CPU", {Qt::Key_PageUp, Qt::ControlModifier}}};
+            QRegExp form("([A-Z]+)(\\d*)");
+            form.exactMatch(token);
+            const QString name = form.cap(1);
+            for (int i = 0; i < std::max(1, form.cap(2).toInt()); ++i) {
                 key(b.widget.get(), codes.at(name).first, codes.at(name).second);
                 const int64_t place = bufferPlace(b, all);
                 QVERIFY2(place != -2, qPrintable(QStringLiteral("after %1 number %2").arg(name).arg(i + 1)));
