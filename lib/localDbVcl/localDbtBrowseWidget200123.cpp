@@ -6,11 +6,22 @@
 #include "localVCL.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
 namespace {
+
+// The head marks of a column the user may sort and search by, and of the
+// column whose index is the current order: PNG pictures as Base64 text.
+const char16_t *const markIndexed =
+    u"iVBORw0KGgoAAAANSUhEUgAAAAoAAAAKBAMAAAB/HNKOAAAAKlBMVEUAAAB6iqB6iqB6iqB6iqB6iqB6iqB6iqB6iqB6iqB6iqB6iqB6iqB6iqDgZ"
+    u"ZNAAAAADXRSTlMAEGgVAajPBAr5hiRM3zMnyAAAACxJREFUCNdjYMAAvHfv3r3IwHRZ0FaBgSWsPNWBgaFz1QygBPfdDSD5MzCFABqFCl5BUmwzAAAA"
+    u"AElFTkSuQmCC";
+const char16_t *const markCurrent =
+    u"iVBORw0KGgoAAAANSUhEUgAAAAoAAAAKBAMAAAB/HNKOAAAAHlBMVEUAAAAqXKoqXKoqXKoqXKoqXKoqXKoqXKoqXKoqXKrU70NqAAAACXRSTlMAAH"
+    u"q4B+8aQhA/kBPnAAAALklEQVQI12NgwACcM4GAgQlITGJgtJw505CBwXXmVAcGBraZ00DylQUgkoOBAQAR9wpDiGMh3QAAAABJRU5ErkJggg==";
 
 // The step of every fill around a key: the key lands in the buffer's middle,
 // so that a move either way finds rows before the next fill.
@@ -58,6 +69,23 @@ localDbtBrowseWidget200123::localDbtBrowseWidget200123(localDbDataSource200123 &
     fillFromKeyVal(dataSource.fixedKeyValues);
     currentLine = headLines;
     currentColumn = fixedColumns;
+    columnMarksShow();
+}
+
+void localDbtBrowseWidget200123::columnMarksShow()
+{
+    static const QIcon indexed(localVCL::pixmapFromBase64(markIndexed));
+    static const QIcon current(localVCL::pixmapFromBase64(markCurrent));
+    const std::u16string order = dataSource.currentIndex ? dataSource.currentIndex->name : std::u16string();
+    if (marksShownFor == order && !marksShownFor.empty())
+        return;
+    marksShownFor = order;
+    for (size_t i = 0; i < columns.size() && i < columnIndexNames.size(); ++i) {
+        if (columns[i].button == nullptr)
+            continue;
+        const std::u16string &name = columnIndexNames[i];
+        columns[i].button->setIcon(name.empty() ? QIcon() : name == order ? current : indexed);
+    }
 }
 
 localDbtBrowseWidget200123::~localDbtBrowseWidget200123() = default;
@@ -80,7 +108,9 @@ void localDbtBrowseWidget200123::fillFromKeyVal(const keyValues &keys)
 
 void localDbtBrowseWidget200123::bufferFillAroundKey(const keyValues &keys, int64_t step)
 {
-    const keyValues start = dataSource.relativeKey(keys, step);
+    // No key (an empty buffer) is the top: a walk back from nothing would
+    // start at the table's end.
+    const keyValues start = keys.empty() ? keys : dataSource.relativeKey(keys, step);
     fillFromKeyVal(start);
     if (!dataSource.dataBufer.empty())
         positionOnKey(keys);
@@ -139,11 +169,8 @@ int localDbtBrowseWidget200123::changeIndexByColumn(int32_t column)
         for (size_t i = 0; i < dataSource.keyFields().size() && i < record.size(); ++i)
             key.push_back(localFromQString(record[i]));
     }
-    const keyValues start = dataSource.relativeKey(key, -halfCapacity(dataSource));
-    fillFromKeyVal(start);
     mRec1 = 0;
-    if (!dataSource.dataBufer.empty())
-        positionOnKey(key);
+    bufferFillAroundKey(key, -halfCapacity(dataSource));
     cursorToLastRow();
     update();
     return 1;
@@ -203,12 +230,17 @@ void localDbtBrowseWidget200123::cellEdit(int32_t line, int32_t column)
 void localDbtBrowseWidget200123::choose()
 {
     const int64_t id = getId(mCurRec());
-    // The window closes first: a receiver may open the next one.
-    QWidget *frame = window();
-    if (QMdiSubWindow *sub = qobject_cast<QMdiSubWindow *>(parentWidget() != nullptr ? parentWidget()->parentWidget()
-                                                                                     : nullptr))
-        frame = sub;
-    if (frame != this)
+    // The window closes first: a receiver may open the next one. It is the
+    // sub-window around the widget, or its own top window, never the
+    // console's.
+    QWidget *frame = nullptr;
+    for (QWidget *up = parentWidget(); up != nullptr && frame == nullptr; up = up->parentWidget())
+        if (qobject_cast<QMdiSubWindow *>(up) != nullptr)
+            frame = up;
+    QMdiArea *area = localVCL::mdiArea();
+    if (frame == nullptr && window() != this && (area == nullptr || !window()->isAncestorOf(area)))
+        frame = window();
+    if (frame != nullptr)
         frame->close();
     logWrite(u"emit this->idSelectedSignal(" + numberText(id));
     emit idSelectedSignal(id);
@@ -239,11 +271,13 @@ void localDbtBrowseWidget200123::keyPressEvent(QKeyEvent *event)
         const int32_t column = key == Qt::Key_0 ? 9 : key - Qt::Key_1;
         logWrite(u"colWithIndexWichSelect=" + numberText(column));
         changeIndexByColumn(column);
+        columnMarksShow();
         return;
     }
     if (!cursorKey(event))
         gridKeyPress(event);
     cursorToLastRow();
+    columnMarksShow();
 }
 
 bool localDbtBrowseWidget200123::cursorKey(QKeyEvent *event)

@@ -49,6 +49,9 @@ public:
     int changeIndexByColumn(int32_t column);
     // Jumps to the last rows (the group's, in a hierarchy).
     void bufferFillFromBottom();
+    // Marks the head buttons of the columns with an index, the current
+    // order's apart.
+    void columnMarksShow();
 
     std::u16string text(int32_t row, int32_t column) override;
     void cellEdit(int32_t line, int32_t column) override;
@@ -74,6 +77,8 @@ protected:
 
 private:
     std::unique_ptr<localDbDataSource200123> ownedSource;
+    // The order the head marks were last drawn for.
+    std::u16string marksShownFor;
     // The buffer column of each grid column, -1 for none.
     std::vector<int> bufferColumns;
 
