@@ -3,6 +3,8 @@
 //   204.bmp           a strip of two 16 x 16 tool icons of a form: read
 //                     settings (an arrow into a tray) at x 0, save them (a
 //                     disk) at x 16
+//   IMAGECOL.png      the marks of a browse's rows: at (0, 464), (16, 464) and
+//                     (32, 464) a folder, an open folder and an item, 16 x 16
 // Lines only, no fonts, so the pictures come out the same on every machine.
 #include <QColor>
 #include <QImage>
@@ -72,6 +74,47 @@ QImage formActions()
     return image;
 }
 
+const QColor folderBody(0xe8, 0xb8, 0x3a);
+const QColor folderEdge(0x8a, 0x62, 0x10);
+const QColor itemBody(0xf4, 0xf4, 0xf0);
+const QColor itemEdge(0x50, 0x60, 0x78);
+
+void folderDraw(QPainter &painter, bool open)
+{
+    painter.setPen(QPen(folderEdge, 1));
+    painter.setBrush(folderBody.darker(110));
+    painter.drawPolygon(QPolygonF({{1.5, 3.5}, {6.5, 3.5}, {8, 5}, {14.5, 5}, {14.5, 13.5}, {1.5, 13.5}}));
+    painter.setBrush(folderBody);
+    if (open)
+        painter.drawPolygon(QPolygonF({{3.5, 7.5}, {15.5, 7.5}, {13.5, 13.5}, {1.5, 13.5}}));
+    else
+        painter.drawRect(QRectF(1.5, 6.5, 13, 7));
+}
+
+void itemDraw(QPainter &painter)
+{
+    painter.setPen(QPen(itemEdge, 1));
+    painter.setBrush(itemBody);
+    painter.drawPolygon(QPolygonF({{3.5, 1.5}, {10, 1.5}, {12.5, 4}, {12.5, 14.5}, {3.5, 14.5}}));
+    for (double y : {5.5, 8.5, 11.5})
+        painter.drawLine(QPointF(5.5, y), QPointF(10.5, y));
+}
+
+QImage rowMarks()
+{
+    QImage image(48, 480, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(0, 464);
+    folderDraw(painter, false);
+    painter.translate(16, 0);
+    folderDraw(painter, true);
+    painter.translate(16, 0);
+    itemDraw(painter);
+    return image;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -81,11 +124,9 @@ int main(int argc, char **argv)
         return 2;
     }
     const QString folder = QString::fromLocal8Bit(argv[1]);
-    if (!logo(32).save(folder + QStringLiteral("/logoKV_3232.png"), "PNG")) {
-        std::fprintf(stderr, "iconsDraw: cannot write into %s\n", argv[1]);
-        return 1;
-    }
-    if (!formActions().save(folder + QStringLiteral("/204.bmp"), "BMP")) {
+    if (!logo(32).save(folder + QStringLiteral("/logoKV_3232.png"), "PNG")
+        || !rowMarks().save(folder + QStringLiteral("/IMAGECOL.png"), "PNG")
+        || !formActions().save(folder + QStringLiteral("/204.bmp"), "BMP")) {
         std::fprintf(stderr, "iconsDraw: cannot write into %s\n", argv[1]);
         return 1;
     }

@@ -165,6 +165,8 @@ localDbDataSource200123::row localDbDataSource200123::getTmpRowById(int64_t id) 
     const std::u16string sql = u"select " + keys + (keys.empty() ? u"" : u",") + selectList() + u" from " +
                                fromClause() + u" where " +
                                qualified(localDbFieldDescription::PrimaryKeyName) + u"=" + localDb::number(id);
+    if (statementLog != nullptr)
+        statementLog->push_back(sql);
     QSqlDatabase db;
     localDb::connectionFind(dbName, db);
     QSqlQuery query(db);
@@ -202,7 +204,11 @@ int64_t localDbDataSource200123::getId(size_t bufferRow) const
 
 localDbDataSource200123::row localDbDataSource200123::bufferRowRead(const QSqlQuery &query)
 {
-    const int count = query.record().count();
+    return bufferRowRead(query, query.record().count());
+}
+
+localDbDataSource200123::row localDbDataSource200123::bufferRowRead(const QSqlQuery &query, int count)
+{
     row values;
     values.reserve(size_t(count));
     for (int i = 0; i < count; ++i)

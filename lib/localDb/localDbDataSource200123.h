@@ -56,6 +56,9 @@ public:
     std::vector<std::u16string> whereConditions;
     // Kept for the caller; the source itself never reads them.
     std::vector<std::u16string> callerStrings;
+    // When set, every statement of a fill or a walk is appended here, so
+    // that a measurement can run the same statements bare.
+    std::vector<std::u16string> *statementLog = nullptr;
 
     static int64_t counterStaticTotal;
 
@@ -99,6 +102,51 @@ public:
 
     // Every column of the query's current row as text.
     static row bufferRowRead(const QSqlQuery &query);
+    // The same for a query whose column count the caller knows: asking the
+    // query for its record costs more than reading a row.
+    static row bufferRowRead(const QSqlQuery &query, int columns);
+
+    // --- paging by keys (the buffer never holds more than `capacity` rows
+    // and no statement counts or skips rows) ---
+    typedef std::vector<std::u16string> keyValues;
+
+    // Refills the buffer with the rows at and after `keys` in the current
+    // index's order, in decreasing passes: equality on all given fields
+    // first, then each field released in turn from the last, never past the
+    // fixed ones. Values shorter than the fixed ones stand for those.
+    // False (buffer as it was) without key fields; a failing pass keeps what
+    // the others read.
+    bool fillFromKeyVal(const keyValues &keys);
+    // The last rows of the table (of the fixed group), in ascending order.
+    bool fillFromBottom();
+    // The first K values of a buffer row; empty without key fields or row.
+    keyValues bufferRowKeyValues(size_t bufferRow) const;
+    // The first row at or after `keys`, compared as text by code units; -1.
+    int64_t bufferRowFindByKey(const keyValues &keys) const;
+    // The key `step` rows away from `keys` (backward when negative) in the
+    // current index, within the fixed group; empty when nothing was found,
+    // or, if `strict`, when the table ends before the step does.
+    keyValues relativeKey(const keyValues &keys, int64_t step, bool strict = false) const;
+    // The same over another index's names, from a bare list of field names.
+    keyValues relativeKeyByNames(const std::vector<std::u16string> &names, const keyValues &keys, int64_t step,
+                                 bool strict = false) const;
+    // The current index's record of that name in `indexes`, or null.
+    const localDbIndex *indexFind(const std::u16string &indexName) const;
+    // Makes an index of `indexes` current without reading the catalogue.
+    bool indexSwitch(const std::u16string &indexName);
+
+    // The terms of `c` equalities and one comparison on field c, numeric
+    // fields (INT, INTEGER, NUME) unquoted. Values are not escaped.
+    static std::u16string whereFromKeys(const std::u16string &alias, const localDbFieldDescriptionVector &fields,
+                                        const keyValues &values, int64_t c, const std::u16string &comparison);
+    // The same by names only: `id` is the one numeric field.
+    static std::u16string whereFromKeysByNames(const std::vector<std::u16string> &names, const keyValues &values,
+                                               int64_t c, const std::u16string &comparison);
+    // The walk: the key `step` rows from `keyValuesGiven` along `keyNames`.
+    static keyValues dbtRecordGetRelativelyByKeyAsVectorOfValues(
+        const std::u16string &dbName, const std::u16string &from, const std::vector<std::u16string> &keyNames,
+        const keyValues &fixedValues, const keyValues &keyValuesGiven, size_t fixedCount, int64_t step, bool strict,
+        const std::vector<std::u16string> &whereConditions = {}, std::vector<std::u16string> *statementLog = nullptr);
 
 private:
     bool usable = true;

@@ -405,6 +405,11 @@ std::u16string localVclGrid200123::headLineText(int32_t, int32_t)
     return std::u16string();
 }
 
+QPixmap localVclGrid200123::headLinePicture(int32_t)
+{
+    return QPixmap();
+}
+
 std::u16string localVclGrid200123::text(int32_t row, int32_t column)
 {
     const int64_t record = int64_t(column) + firstColumn;
@@ -499,7 +504,7 @@ void localVclGrid200123::paintEvent(QPaintEvent *event)
                 painter.drawRect(cell.adjusted(0, 0, -1, -1));
             }
             if (c < fixedColumns) {
-                const QPixmap picture = head ? QPixmap() : cellPicture(rowOfLine(line), c);
+                const QPixmap picture = head ? headLinePicture(line) : cellPicture(rowOfLine(line), c);
                 if (!picture.isNull())
                     painter.drawPixmap(cell.x() + 2, cell.y() + (cell.height() - picture.height()) / 2, picture);
             } else {

@@ -139,6 +139,7 @@ protected:
     // The text of a line above the data (the head lines other than the
     // buttons' line); empty in the base grid.
     virtual std::u16string headLineText(int32_t line, int32_t column);
+    virtual QPixmap headLinePicture(int32_t line);
     // Stores an edited cell; the base grid has nowhere to keep it.
     virtual void cellValueSet(int32_t row, int32_t column, const QString &value);
     // The user's move to another line: the base grid moves within the screen.
