@@ -295,7 +295,7 @@ typedef std::vector<localExpressionForm::plan::step> planSteps;
         position = step.operandEnd;
         *result = localValueNew();
         (*result)->type = localValueTypeSTR;
-        (*result)->localValueString = step.token->written;
+        (*result)->localValueString = step.token->literal;
         return true;
     }
     if (step.kind == plan::call) {
@@ -660,7 +660,7 @@ bool localInterpretatorUTF8::scanStringGetOperandAndEvaluete(localErrorType &sta
         if (form == nullptr) {
             if (scanStringGetStringTokenAndEvaluete(text, position, result))
                 return true;
-        } else if (const std::u16string *literal = form->stringLiteral(text, position)) {
+        } else if (const localText *literal = form->stringLiteral(text, position)) {
             *result = localValueNew();
             (*result)->type = localValueTypeSTR;
             (*result)->localValueString = *literal;

@@ -21,10 +21,10 @@
 class localText {
 public:
     localText() = default;
-    localText(const std::u16string &text) { adopt(std::u16string(text)); }
+    localText(const std::u16string &text) { adopt(std::u16string_view(text)); }
     localText(std::u16string &&text) { adopt(std::move(text)); }
-    localText(const char16_t *text) { adopt(std::u16string(text)); }
-    explicit localText(std::u16string_view text) { adopt(std::u16string(text)); }
+    localText(const char16_t *text) { adopt(std::u16string_view(text)); }
+    explicit localText(std::u16string_view text) { adopt(text); }
     localText(const localText &other) : shared(other.shared), start(other.start), length(other.length)
     {
         if (shared != nullptr)
@@ -67,7 +67,7 @@ public:
     operator const std::u16string &() const { return str(); }
     const std::u16string &str() const;
 
-    void clear() { release(); }
+    [[gnu::always_inline]] void clear() { release(); }
     void swap(localText &other) noexcept
     {
         std::swap(shared, other.shared);
@@ -89,29 +89,59 @@ public:
     localText &operator+=(const char16_t *tail) { return *this = joined(tail); }
     void assign(const std::u16string &text, size_t from, size_t count) { *this = localText(text.substr(from, count)); }
 
+    // A text that is never grown in place, for the literals that compiled
+    // code keeps: a text built on one would keep its block growing for as
+    // long as the code lives.
+    static localText kept(const std::u16string &text)
+    {
+        localText made(text);
+        made.str();
+        return made;
+    }
+
     // Whether the two share a block, for tests and the memory dump's checks.
     bool sharesWith(const localText &other) const { return shared != nullptr && shared == other.shared; }
 
 private:
+    friend struct localTextSpares;
     struct block {
         uint32_t links = 1;
         bool frozen = false;
         std::u16string data;
     };
+    // Blocks come from and go back to a small store of this thread's, so
+    // that the many short texts of a running program reuse their room as
+    // the strings of reused cells did.
+    static block *blockTake();
+    static void blockGive(block *given);
     void adopt(std::u16string &&text)
     {
         if (text.empty())
             return;
-        shared = new block;
-        shared->data = std::move(text);
+        shared = blockTake();
+        if (text.size() <= shared->data.capacity())
+            shared->data.assign(text);
+        else
+            shared->data = std::move(text);
         length = shared->data.size();
     }
-    void release()
+    void adopt(std::u16string_view text)
     {
-        if (shared != nullptr && --shared->links == 0)
-            delete shared;
-        shared = nullptr;
-        start = length = 0;
+        if (text.empty())
+            return;
+        shared = blockTake();
+        shared->data.assign(text.data(), text.size());
+        length = text.size();
+    }
+    // Inline: every cell handed out again passes here, most with no block.
+    [[gnu::always_inline]] void release()
+    {
+        if (shared != nullptr) {
+            if (--shared->links == 0)
+                blockGive(shared);
+            shared = nullptr;
+            start = length = 0;
+        }
     }
 
     mutable block *shared = nullptr;
