@@ -1,7 +1,5 @@
 #include "localText.h"
 
-#include <vector>
-
 namespace {
 // Blocks whose room is at most this many characters are kept for reuse, at
 // most this many of them: enough for the texts that live between two
@@ -10,27 +8,35 @@ constexpr size_t spareRoom = 64;
 constexpr size_t spareCount = 256;
 } // namespace
 
+// The store is plain thread storage that is never destroyed, so that texts
+// ended after it at the exit of a thread or the process (those of static
+// compiled code) find it still readable: the closing guard empties it and
+// from then on blocks go straight back to the heap.
+namespace {
+thread_local void *spareBlocks[spareCount];
+thread_local size_t spareHeld = 0;
+thread_local bool sparesClosed = false;
+} // namespace
+
 struct localTextSpares {
-    std::vector<void *> blocks;
-    ~localTextSpares();
+    localTextSpares() { sparesClosed = false; }
+    ~localTextSpares()
+    {
+        sparesClosed = true;
+        while (spareHeld > 0)
+            delete static_cast<localText::block *>(spareBlocks[--spareHeld]);
+    }
 };
 
 namespace {
-thread_local localTextSpares spares;
-}
-
-localTextSpares::~localTextSpares()
-{
-    for (void *spare : blocks)
-        delete static_cast<localText::block *>(spare);
+thread_local localTextSpares sparesGuard;
 }
 
 localText::block *localText::blockTake()
 {
-    if (spares.blocks.empty())
+    if (spareHeld == 0)
         return new block;
-    block *taken = static_cast<block *>(spares.blocks.back());
-    spares.blocks.pop_back();
+    block *taken = static_cast<block *>(spareBlocks[--spareHeld]);
     taken->links = 1;
     taken->frozen = false;
     taken->data.clear();
@@ -39,10 +45,13 @@ localText::block *localText::blockTake()
 
 void localText::blockGive(block *given)
 {
-    if (given->data.capacity() <= spareRoom && spares.blocks.size() < spareCount)
-        spares.blocks.push_back(given);
-    else
+    if (given->data.capacity() > spareRoom || spareHeld == spareCount || sparesClosed) {
         delete given;
+        return;
+    }
+    if (spareHeld == 0)
+        (void)&sparesGuard; // made on this thread's first kept block, so that it closes the store
+    spareBlocks[spareHeld++] = given;
 }
 
 const std::u16string &localText::str() const
