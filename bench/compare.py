@@ -7,7 +7,11 @@ benchmark without a Lua twin shows "-" in the Lua columns.
 The database benchmarks run on a table that this script writes first into a
 temporary folder; korvel-cli gets it with --data, the twins as their argument.
 
-    compare.py --korvel PATH [--lua PATH] [--time GNU-TIME] [--runs N] [--markdown] [name ...]
+    compare.py --korvel PATH [--lua PATH] [--time GNU-TIME] [--runs N] [--markdown]
+               [--lengths N,N,...] [name ...]
+
+With --lengths, each chosen benchmark that has a length line runs once for
+every length given, as a row of its own.
 """
 import argparse
 import datetime
@@ -37,7 +41,14 @@ BENCHMARKS = [
     ("db_walk", "", True),
     ("db_query", "", True),
     ("tabledoc", "", False),
+    ("string_append", "", False),
+    ("char_walk", "", False),
 ]
+
+# The benchmarks that take their size from a line "length = 1000000", which
+# --lengths replaces to show how their time grows.
+LENGTH_LINE = "length = 1000000"
+
 
 DATABASE_ROWS = 100000
 WORDS = ["молоко", "хлеб", "сыр", "масло", "кофе", "чай", "сок", "рис", "гречка", "творог", "сметана", "колбаса",
@@ -110,8 +121,10 @@ def main():
     parser.add_argument("--time", default="/usr/bin/time", help="GNU time")
     parser.add_argument("--runs", type=int, default=5)
     parser.add_argument("--markdown", action="store_true")
+    parser.add_argument("--lengths", default="", help="lengths for the benchmarks with a length line")
     parser.add_argument("names", nargs="*")
     arguments = parser.parse_args()
+    lengths = [int(length) for length in arguments.lengths.split(",") if length]
 
     chosen = [b for b in BENCHMARKS if not arguments.names or b[0] in arguments.names]
     unknown = set(arguments.names) - {b[0] for b in BENCHMARKS}
@@ -121,12 +134,27 @@ def main():
         database = os.path.join(folder, "bench.sqlite")
         if any(b[2] for b in chosen):
             database_write(database)
-        rows, failed = run_all(chosen, arguments, database)
+        if lengths:
+            chosen = [(name, note, data, length) for name, note, data in chosen for length in lengths
+                      if LENGTH_LINE in open(os.path.join(HERE, name + ".prg"), encoding="utf-8").read()]
+        else:
+            chosen = [(name, note, data, None) for name, note, data in chosen]
+        rows, failed = run_all(chosen, arguments, database, folder)
     print_table(rows, arguments.markdown, arguments.runs)
     return 1 if failed else 0
 
 
-def run_all(chosen, arguments, database):
+def sized_copy(name, length, folder):
+    """The benchmark's file with its length line set to `length`, in `folder`."""
+    with open(os.path.join(HERE, name), encoding="utf-8") as source:
+        text = source.read()
+    copy = os.path.join(folder, "%d-%s" % (length, name))
+    with open(copy, "w", encoding="utf-8") as out:
+        out.write(text.replace(LENGTH_LINE, "length = %d" % length, 1))
+    return copy
+
+
+def run_all(chosen, arguments, database, folder):
     """The table's rows and whether some outputs differed."""
     # Each language: its file extension and its command for a file, given the
     # database or not.
@@ -137,8 +165,10 @@ def run_all(chosen, arguments, database):
     ]
     rows = []
     failed = False
-    for name, note, data in chosen:
-        present = [(language, command(name + extension, data)) for language, extension, command in languages
+    for name, note, data, length in chosen:
+        present = [(language, command(name + extension if length is None else
+                                      sized_copy(name + extension, length, folder), data))
+                   for language, extension, command in languages
                    if os.path.exists(os.path.join(HERE, name + extension))]
         times = {language: [] for language, _ in present}
         processor = {language: [] for language, _ in present}
@@ -160,7 +190,7 @@ def run_all(chosen, arguments, database):
             print("%s: the outputs differ:" % name, file=sys.stderr)
             for language, answer in answers.items():
                 print("  %-7s %s" % (language, answer), file=sys.stderr)
-        rows.append((name, note,
+        rows.append((name if length is None else "%s %d" % (name, length), note,
                      {language: statistics.median(values) for language, values in times.items()},
                      {language: statistics.median(values) for language, values in processor.items()},
                      {language: max(values) / 1024.0 for language, values in memory.items()}))

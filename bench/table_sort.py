@@ -1,15 +1,22 @@
 # Fills a table with pseudo-random keys, sorts it by the key and reads it
 # back in order; several rounds of a fresh table each.
-rounds = 100
-rows = 2000
-seed = 42
-checksum = 0
-for round_ in range(1, rounds + 1):
-    table = []
-    for i in range(1, rows + 1):
-        seed = (seed * 16807) % 2147483647
-        table.append({"KEY": seed % 100000, "NAME": "row" + str(i)})
-    table.sort(key=lambda row: row["KEY"])
-    for r in range(1, rows + 1):
-        checksum = checksum + r * (table[r - 1]["KEY"] % 1000)
-print("table_sort " + str(checksum) + " " + table[0]["NAME"])
+from operator import itemgetter
+
+
+def main():
+    rounds = 100
+    rows = 2000
+    seed = 42
+    checksum = 0
+    for _ in range(rounds):
+        table = []
+        for i in range(1, rows + 1):
+            seed = (seed * 16807) % 2147483647
+            table.append({"KEY": seed % 100000, "NAME": "row" + str(i)})
+        table.sort(key=itemgetter("KEY"))
+        for r, row in enumerate(table, 1):
+            checksum += r * (row["KEY"] % 1000)
+    print("table_sort " + str(checksum) + " " + table[0]["NAME"])
+
+
+main()

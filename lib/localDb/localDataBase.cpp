@@ -577,7 +577,7 @@ bool methodSelect(localErrorType &status, localDataBaseRecord &record, localValu
     if (!arguments.empty()) {
         if (!localArgType(status, &arguments, 0, localValueTypeSTR))
             return false;
-        clause = u" where " + arguments[0]->localValueString;
+        clause = u" where " + arguments[0]->localValueString.str();
     }
     result->setBool(record.select(clause));
     return true;

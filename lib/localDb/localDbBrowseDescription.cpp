@@ -22,7 +22,7 @@ const localValueTable *tableByKey(const localValueList &list, const std::u16stri
 std::u16string cellText(const localValueTable &table, size_t rowNumber, size_t column)
 {
     const localValueDescription *cell = table.cell(rowNumber, column);
-    return cell != nullptr && cell->type == localValueTypeSTR ? cell->localValueString : std::u16string();
+    return cell != nullptr && cell->type == localValueTypeSTR ? cell->localValueString.str() : std::u16string();
 }
 
 int32_t cellWidth(const localValueTable &table, size_t rowNumber, size_t column, int32_t fallback)

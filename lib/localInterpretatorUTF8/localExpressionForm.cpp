@@ -43,6 +43,8 @@ const localExpressionForm::token &localExpressionForm::literalReading(const std:
         read.readable = li::scanStringGetNumber(status, text, position, read.number);
     } else {
         read.readable = li::scanStringGetStringLiteral(text, position, read.text.written);
+        if (read.readable)
+            read.text.literal = localText::kept(read.text.written);
     }
     read.end = uint32_t(position);
     return read;

@@ -29,6 +29,8 @@ public:
     struct name {
         std::u16string written;
         std::u16string upper;
+        // A quoted string's text, shared by every value read from it.
+        localText literal;
         // Whether a bare read of this name can be a variable, which the
         // context decides once per name (-1: not asked yet).
         mutable int8_t mayBeVariable = -1;
@@ -122,11 +124,11 @@ public:
     }
     // A quoted string at `position`; null when its closing quote is missing
     // (the position is then the end of the text).
-    const std::u16string *stringLiteral(const std::u16string &text, size_t &position)
+    const localText *stringLiteral(const std::u16string &text, size_t &position)
     {
         const token &read = literalAt(text, position, false);
         position = read.end;
-        return read.readable ? &read.text.written : nullptr;
+        return read.readable ? &read.text.literal : nullptr;
     }
 
 private:

@@ -63,7 +63,7 @@ bool oneName(localErrorType &status, const localValueVector &arguments, std::u16
 // An optional mask: the first argument if there is one.
 std::u16string maskArgument(const localValueVector &arguments)
 {
-    return arguments.empty() ? std::u16string() : arguments[0]->localValueString;
+    return arguments.empty() ? std::u16string() : arguments[0]->localValueString.str();
 }
 
 // The log options of the memory listings: 1 and 2 write the listing to the log too.

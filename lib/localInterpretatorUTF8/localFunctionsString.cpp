@@ -98,8 +98,8 @@ bool stringPartLeft(localErrorType &status, localContextUTF8 *, localValueVector
 {
     if (!argsCheck(status, arguments, 2, 2, {localValueTypeSTR, localValueTypeNUM}))
         return false;
-    const std::u16string &text = arguments[0]->localValueString;
-    result->setString(text.substr(0, characterCount(arguments[1]->localValueNumber)));
+    const localText &text = arguments[0]->localValueString;
+    result->setString(text.part(0, std::min(characterCount(arguments[1]->localValueNumber), text.size())));
     return true;
 }
 
@@ -108,9 +108,9 @@ bool stringPartRight(localErrorType &status, localContextUTF8 *, localValueVecto
 {
     if (!argsCheck(status, arguments, 2, 2, {localValueTypeSTR, localValueTypeNUM}))
         return false;
-    const std::u16string &text = arguments[0]->localValueString;
+    const localText &text = arguments[0]->localValueString;
     const size_t count = std::min(characterCount(arguments[1]->localValueNumber), text.size());
-    result->setString(text.substr(text.size() - count));
+    result->setString(text.part(text.size() - count, count));
     return true;
 }
 
@@ -121,7 +121,7 @@ bool stringPartFind(localErrorType &status, localContextUTF8 *, localValueVector
 {
     if (!argsCheck(status, arguments, 2, 3, {localValueTypeSTR, localValueTypeSTR, localValueTypeNUM}))
         return false;
-    const std::u16string &text = arguments[0]->localValueString;
+    const std::u16string_view text = arguments[0]->localValueString.view();
     size_t from = 0;
     if (arguments.size() == 3) {
         const int32_t start = localTruncate32(arguments[2]->localValueNumber);
@@ -135,7 +135,7 @@ bool stringPartFind(localErrorType &status, localContextUTF8 *, localValueVector
             return false;
         }
     }
-    setPosition(result, text.find(arguments[1]->localValueString, from));
+    setPosition(result, text.find(arguments[1]->localValueString.view(), from));
     return true;
 }
 
@@ -147,9 +147,9 @@ bool stringPartReplace(localErrorType &status, localContextUTF8 *, localValueVec
     if (!argsCheck(status, arguments, 3, 4,
                    {localValueTypeSTR, localValueTypeSTR, localValueTypeSTR, localValueTypeNUM}))
         return false;
-    const std::u16string &text = arguments[0]->localValueString;
-    const std::u16string &what = arguments[1]->localValueString;
-    const std::u16string &with = arguments[2]->localValueString;
+    const std::u16string_view text = arguments[0]->localValueString.view();
+    const std::u16string_view what = arguments[1]->localValueString.view();
+    const std::u16string_view with = arguments[2]->localValueString.view();
     if (what.empty()) {
         status = localErrorTypePARAMvalue;
         return false;
@@ -185,7 +185,7 @@ bool stringFind(localErrorType &status, localContextUTF8 *, localValueVector &ar
 {
     if (!argsCheck(status, arguments, 2, 3, {localValueTypeSTR, localValueTypeSTR, localValueTypeNUM}))
         return false;
-    const std::u16string &text = arguments[0]->localValueString;
+    const std::u16string_view text = arguments[0]->localValueString.view();
     size_t from = 0;
     if (arguments.size() == 3)
         from = size_t(std::max(localTruncate32(arguments[2]->localValueNumber), int32_t(0)));
@@ -193,7 +193,7 @@ bool stringFind(localErrorType &status, localContextUTF8 *, localValueVector &ar
         result->setVal(0.0);
         return true;
     }
-    setPosition(result, text.find(arguments[1]->localValueString, from));
+    setPosition(result, text.find(arguments[1]->localValueString.view(), from));
     return true;
 }
 

@@ -210,16 +210,6 @@ template <typename Operate>
             cell->setVal(1.0);
             return true;
         }
-        if (operation == localOperatorPLUS && left->type == localValueTypeSTR && right->type == localValueTypeSTR
-            && left->linkCounter == 1 && left->localValueString.size() > 64) {
-            // The left text is a long intermediate that goes right after: the
-            // right one is appended to it where it stands, and it moves over.
-            // Short texts are copied as before: handing their blocks on raised
-            // the peak memory of a program that builds many small texts by a third.
-            left->localValueString += right->localValueString;
-            cell->setString(std::move(left->localValueString));
-            return true;
-        }
         return localInterpretatorUTF8::binaryOperationByEnumEvaluate(status, cell, operation, left, right);
     });
 }
@@ -305,7 +295,7 @@ typedef std::vector<localExpressionForm::plan::step> planSteps;
         position = step.operandEnd;
         *result = localValueNew();
         (*result)->type = localValueTypeSTR;
-        (*result)->localValueString = step.token->written;
+        (*result)->localValueString = step.token->literal;
         return true;
     }
     if (step.kind == plan::call) {
@@ -670,7 +660,7 @@ bool localInterpretatorUTF8::scanStringGetOperandAndEvaluete(localErrorType &sta
         if (form == nullptr) {
             if (scanStringGetStringTokenAndEvaluete(text, position, result))
                 return true;
-        } else if (const std::u16string *literal = form->stringLiteral(text, position)) {
+        } else if (const localText *literal = form->stringLiteral(text, position)) {
             *result = localValueNew();
             (*result)->type = localValueTypeSTR;
             (*result)->localValueString = *literal;
@@ -820,20 +810,13 @@ bool localInterpretatorUTF8::binaryOperationByEnumEvaluate(localErrorType &statu
             status = localErrorTypeOPERANDtype;
             return false;
         }
-        const std::u16string &a = left->localValueString;
-        const std::u16string &b = right->localValueString;
+        const localText &a = left->localValueString;
+        const localText &b = right->localValueString;
         switch (operation) {
-        case localOperatorPLUS: {
-            std::u16string joined;
-            // A text built piece by piece (t = t + a + b) is joined again
-            // at once: room for that spares the second join a reallocation.
-            const size_t length = a.size() + b.size();
-            joined.reserve(length > 64 ? length + length / 2 : length);
-            joined += a;
-            joined += b;
-            result->setString(std::move(joined));
+        case localOperatorPLUS:
+            // Left texts that end their block (t = t + a + b) grow in place.
+            result->setString(a.joined(b.view()));
             return true;
-        }
         case localOperatorEQUAL: result->setBool(a == b); return true;
         case localOperatorNOTEQUAL: result->setBool(a != b); return true;
         case localOperatorGREATEROREQUAL: result->setBool(a >= b); return true;

@@ -4,6 +4,7 @@
 #define LOCALVALUEDESCRIPTION_H
 
 #include "localErrorType.h"
+#include "localText.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -35,7 +36,7 @@ public:
     std::vector<void *> localValueBuffers;
     double localValueNumber = 0.0;
     void *localValueObject = nullptr;
-    std::u16string localValueString;
+    localText localValueString;
 
     static int64_t counterStaticTotal;
 
@@ -81,6 +82,13 @@ public:
         localValueString = text;
     }
     void setString(std::u16string &&text)
+    {
+        localValueClear();
+        type = localValueTypeSTR;
+        localValueString = std::move(text);
+    }
+    void setString(const char16_t *text) { setString(localText(text)); }
+    void setString(localText text)
     {
         localValueClear();
         type = localValueTypeSTR;

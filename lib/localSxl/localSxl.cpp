@@ -134,7 +134,7 @@ bool methodFontSet(localErrorType &status, localSxl &sxl, localValueVector &argu
     }
     // A family of another type keeps the cell's family.
     const std::u16string family =
-        arguments[2]->getType() == localValueTypeSTR ? arguments[2]->localValueString : std::u16string();
+        arguments[2]->getType() == localValueTypeSTR ? arguments[2]->localValueString.str() : std::u16string();
     sxl.document.fontSet(row, column, family, int32_t(size), int32_t(flags));
     result->setVal(1);
     return true;
@@ -268,8 +268,8 @@ bool methodShow(localErrorType &status, localSxl &sxl, localValueVector &argumen
         status = localErrorTypeMETHODgraphicOnly;
         return false;
     }
-    const std::u16string first = arguments.size() > 0 ? arguments[0]->localValueString : std::u16string();
-    const std::u16string second = arguments.size() > 1 ? arguments[1]->localValueString : std::u16string();
+    const std::u16string first = arguments.size() > 0 ? arguments[0]->localValueString.str() : std::u16string();
+    const std::u16string second = arguments.size() > 1 ? arguments[1]->localValueString.str() : std::u16string();
     const bool modal = arguments.size() > 2 && arguments[2]->localValueNumber > 0.0;
     localSxlWindows::handlers.show(sxl, localToQString(first + u" [" + second + u"]"), modal);
     result->setBool(true);

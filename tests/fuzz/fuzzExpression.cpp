@@ -9,7 +9,9 @@
 // kept, each time in a fresh context, and must answer as the plain reading
 // did. Texts whose answers differ from one run to the next by nature (the
 // clock, random numbers, class loading, addresses in the text of objects)
-// are not compared.
+// are not compared. A text value is joined onto before it goes: a kept
+// literal shares its characters with the values read from it, and a later
+// reading through the form must not see what was built on them.
 #include "localFuzzSupport.h"
 
 #include "localGlobalFunctions.h"
@@ -68,6 +70,8 @@ outcome evaluated(const std::u16string &text, localExpressionForm *form, bool pr
             result.value = withoutAddresses(value->toString());
         if (print) // what the console and VALUETOJSON then do with the value
             std::cout << localNarrow(value->toString()) << "\n" << localNarrow(localJson::valueToJson(*value)) << "\n";
+        if (result.type == localValueTypeSTR)
+            value->localValueString += u"~";
     } else {
         localFuzz::require(value == nullptr, "a failed evaluation left a value");
     }

@@ -156,6 +156,29 @@ private slots:
         QCOMPARE(b.linkCounter, 0u);
     }
 
+    // A joined text grows its block in place only where no other text, and
+    // no string handed out, can see the change.
+    void textsGrowInPlaceUnseen()
+    {
+        const localText built(u"xy");
+        const localText longer = built.joined(u"z");
+        QVERIFY(longer.sharesWith(built));
+        const localText fromPart = built.part(1, 1).joined(u"q");
+        const localText again = built.joined(u"w");
+        QCOMPARE(q(built.str()), QString("xy"));
+        QCOMPARE(q(longer.str()), QString("xyz"));
+        QCOMPARE(q(fromPart.str()), QString("yq"));
+        QCOMPARE(q(again.str()), QString("xyw"));
+
+        const localText held(u"abc");
+        const std::u16string &whole = held.str();
+        const localText behind = held.joined(u"d");
+        QVERIFY(!behind.sharesWith(held));
+        QCOMPARE(q(whole), QString("abc"));
+        const localText self = behind.joined(behind.view());
+        QCOMPARE(q(self.str()), QString("abcdabcd"));
+    }
+
     void sharedObjectDiesWithItsLastCell()
     {
         countedDeclaration = countedClass(true);
