@@ -362,7 +362,7 @@ void localVclGrid200123::columnsFromList(const localValueList &list)
     }
 }
 
-bool localVclGrid200123::layoutReconfigureByJson(const std::u16string &json)
+bool localVclGrid200123::layoutParse(const std::u16string &json)
 {
     const std::u16string text = json.empty() ? layoutAsJsonTest() : json;
     localErrorType status = localErrorTypeOK;
@@ -373,6 +373,13 @@ bool localVclGrid200123::layoutReconfigureByJson(const std::u16string &json)
         return false;
     }
     layoutListKeep(parsed);
+    return true;
+}
+
+bool localVclGrid200123::layoutReconfigureByJson(const std::u16string &json)
+{
+    if (!layoutParse(json))
+        return false;
     columnsClear();
     if (const localValueList *entries = layoutColumns(*layoutList())) {
         for (const localValueListItem &item : entries->items) {

@@ -151,6 +151,9 @@ protected:
     void columnsFromList(const localValueList &list);
     // Keeps `cell` (a VALUELIST) as the grid's layout list.
     void layoutListKeep(localValueDescription *cell);
+    // Parses the layout JSON (or, for an empty text, the current layout) and
+    // keeps the list; a text that does not parse is logged and changes nothing.
+    bool layoutParse(const std::u16string &json);
 
     QRect cellRect(int32_t line, int32_t screenColumn) const;
     int32_t lineStep() const { return lineHeight + lineSpacing; }

@@ -62,15 +62,8 @@ void localVclGrid200123localValueTable::columnsFromTable()
 
 bool localVclGrid200123localValueTable::layoutReconfigureByJson(const std::u16string &json)
 {
-    const std::u16string text = json.empty() ? layoutAsJsonTest() : json;
-    localErrorType status = localErrorTypeOK;
-    size_t position = 0;
-    localValueDescription *parsed = nullptr;
-    if (!localJson::scanStringParseJson(status, text, position, &parsed)) {
-        logWriteStamped(u"layoutReconfigureByJson: " + localErrorText(status));
+    if (!layoutParse(json))
         return false;
-    }
-    layoutListKeep(parsed);
     const localValueList &layout = *layoutList();
     std::u16string varName;
     if (const localValueDescription *flat = layout.valueByKey(u"grid:dataSource:varName"))

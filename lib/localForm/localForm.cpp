@@ -100,18 +100,9 @@ const localForm::member members[] = {
 // The type names that decide whether a field's variable holds what its Type asks for.
 std::u16string typeName(const localValueDescription *value)
 {
-    switch (value->getType()) {
-    case localValueTypeNUM:
-        return u"ЧИСЛО";
-    case localValueTypeSTR:
-        return u"СТРОКА";
-    case localValueTypeBOO:
-        return u"БУЛЕВО";
-    case localValueTypeOBJ:
-        return value->localValueClass != nullptr ? value->localValueClass->className : u"ОБЪЕКТ";
-    default:
-        return u"неизвестный тип";
-    }
+    if (value->getType() == localValueTypeOBJ && value->localValueClass != nullptr)
+        return value->localValueClass->className;
+    return localValueTypeWord(value->getType());
 }
 
 bool isTableDocumentType(const std::u16string &type)
