@@ -137,7 +137,7 @@ void localFormLayoutDesignerElementWidget::gripsMake(QGridLayout *layout)
             QSizeGrip *grip = new QSizeGrip(this);
             grip->setObjectName(QStringLiteral("::QSizeGrip.") + QString::number(row) + QString::number(column));
             grip->setAutoFillBackground(true);
-            grip->setMinimumSize(frameWidth, frameWidth);
+            grip->setFixedSize(frameWidth, frameWidth);
             layout->addWidget(grip, row, column);
         }
     selectedSet(false);
@@ -153,6 +153,8 @@ void localFormLayoutDesignerElementWidget::selectedSet(bool selected)
             palette.setBrush(role, QBrush(color));
         grip->setPalette(palette);
         grip->setEnabled(selected);
+        // Styles paint a grip's dots in colours of their own: unselected, it is not shown at all.
+        grip->setVisible(selected);
         if (selected)
             grip->raise();
     }
