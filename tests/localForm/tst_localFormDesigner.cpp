@@ -94,15 +94,16 @@ private slots:
     void alignAndMatch();
     void downSnapsUpDoesNot();
     void deleteTakesTheSelection();
+    void tablePropertiesAreTheGridLayout();
     void menuWithoutSelection_data();
     void menuWithoutSelection();
     void typeDecidesFields_data();
     void typeDecidesFields();
-    void moduleSurvivesSaveAndLoad();
     void ctrlSInModuleSavesForm();
     void designerFileHasNoModule();
     void savedFormRoundTrips();
     void handWrittenFormKeepsFields();
+    void formEditOpensTheConstructor();
 };
 
 void tst_localFormDesigner::selectionKeepsOrder()
@@ -112,7 +113,6 @@ void tst_localFormDesigner::selectionKeepsOrder()
     three.surface.selectionAdd(three.a);
     three.surface.selectionAdd(three.c);
     QCOMPARE(three.surface.selected, (std::vector<localFormLayoutDesignerElementWidget *>{three.c, three.a}));
-    QVERIFY(three.c->isSelected());
     three.surface.selectionRemove(three.c);
     QCOMPARE(three.surface.selected.front(), three.a);
     QVERIFY(!three.c->isSelected());
@@ -194,6 +194,25 @@ void tst_localFormDesigner::deleteTakesTheSelection()
     QVERIFY(three.surface.selected.empty());
 }
 
+void tst_localFormDesigner::tablePropertiesAreTheGridLayout()
+{
+    static std::u16string shown;
+    const auto previous = localVclGrid200123::layoutDialog;
+    localVclGrid200123::layoutDialog = [](QWidget *, std::u16string &json) {
+        shown = json;
+        return false;
+    };
+    localFormLayoutDesigner surface;
+    localFormLayoutDesignerElementWidget *table = surface.elementNew(localFormWidgetTable, QPoint(10, 10));
+    surface.selectionAdd(table);
+    localTest::coutCapture console;
+    surface.actPropertiesProc();
+    localVclGrid200123::layoutDialog = previous;
+    QVERIFY(console.text().contains("SAYS это localVclTestWidgetValueTable200617"));
+    QCOMPARE(q(shown), q(table->tableDetails()));
+    QVERIFY(!shown.empty());
+}
+
 void tst_localFormDesigner::menuWithoutSelection_data()
 {
     QTest::addColumn<QString>("name");
@@ -259,37 +278,27 @@ void tst_localFormDesigner::typeDecidesFields()
     QCOMPARE(q(edit->type), type);
 }
 
-void tst_localFormDesigner::moduleSurvivesSaveAndLoad()
-{
-    QTemporaryDir folder;
-    const QString name = folder.filePath("form.xml");
-    localFormConstructor made;
-    made.fileName = w(name);
-    made.layoutDesigner->elementNew(localFormWidgetEdit, QPoint(10, 10))->identifier = u"Сумма";
-    made.moduleEditor->setPlainText("Сумма = 5;\n// <&> в модуле\n");
-    QVERIFY(made.save());
-    localFormConstructor loaded;
-    QVERIFY(loaded.load(w(name)));
-    QCOMPARE(loaded.moduleEditor->toPlainText(), QString("Сумма = 5;\n// <&> в модуле\n"));
-    QCOMPARE(loaded.layoutDesigner->findChildren<localFormLayoutDesignerElementWidget *>().size(), 1);
-}
-
 void tst_localFormDesigner::ctrlSInModuleSavesForm()
 {
     QTemporaryDir folder;
     saveAnswer *services = new saveAnswer;
     localServices::install(services);
     services->name = w(folder.filePath("asked.xml"));
+    const QString module = "Сумма = 5;\n// <&> в модуле\n";
     localFormConstructor constructor;
+    constructor.layoutDesigner->elementNew(localFormWidgetEdit, QPoint(10, 10));
     constructor.setCurrentIndex(1);
-    constructor.moduleEditor->setPlainText("A = 1;");
+    constructor.moduleEditor->setPlainText(module);
     QTest::keyClick(constructor.moduleEditor, Qt::Key_S, Qt::ControlModifier);
     // A new form has no name: the text is shown, then a name is asked for.
     QCOMPARE(services->boxes.size(), size_t(1));
     QCOMPARE(q(services->boxes[0].title), QString("XML"));
     QCOMPARE(constructor.fileName, services->name);
-    QCOMPARE(constructor.moduleEditor->toPlainText(), QString("A = 1;"));
-    QVERIFY(localTest::fileBytes(folder.filePath("asked.xml")).contains("<Module>A = 1;</Module>"));
+    QCOMPARE(constructor.moduleEditor->toPlainText(), module);
+    localFormConstructor loaded;
+    QVERIFY(loaded.load(services->name));
+    QCOMPARE(loaded.moduleEditor->toPlainText(), module);
+    QCOMPARE(loaded.layoutDesigner->findChildren<localFormLayoutDesignerElementWidget *>().size(), 1);
     localTest::boxRecorder::install();
 }
 
@@ -353,6 +362,26 @@ void tst_localFormDesigner::handWrittenFormKeepsFields()
     QVERIFY(before.size() > 5);
     QCOMPARE(recordsOf(saved), before);
     QCOMPARE(localFormMetadata(w(saved)).module, localFormMetadata(w(sample)).module);
+}
+
+void tst_localFormDesigner::formEditOpensTheConstructor()
+{
+    localFormInstall();
+    localTest::coutCapture quiet;
+    const localTest::evaluation missing = localTest::evaluate("FORMEDIT(\"no such form.xml\")", localTest::globalContext());
+    QCOMPARE(missing.status, 23);
+    const localTest::evaluation opened =
+        localTest::evaluate("FORMEDIT(\"  " KORVEL_SOURCE_DIR "/prgTest/forms/invoice.xml\")", localTest::globalContext());
+    QCOMPARE(opened.text, QString("1"));
+    // Shown as a window of its own or inside a frame the application gives it.
+    localFormConstructor *constructor = nullptr;
+    for (QWidget *top : QApplication::topLevelWidgets())
+        if (constructor == nullptr)
+            constructor = qobject_cast<localFormConstructor *>(top) ? qobject_cast<localFormConstructor *>(top)
+                                                                    : top->findChild<localFormConstructor *>();
+    QVERIFY(constructor != nullptr);
+    QVERIFY(constructor->moduleEditor->toPlainText().contains("Discount"));
+    delete constructor->window();
 }
 
 QTEST_MAIN(tst_localFormDesigner)
