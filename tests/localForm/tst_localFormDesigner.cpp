@@ -101,6 +101,7 @@ private slots:
     void typeDecidesFields();
     void ctrlSInModuleSavesForm();
     void designerFileHasNoModule();
+    void previewRunsTheLayout();
     void savedFormRoundTrips();
     void handWrittenFormKeepsFields();
     void formEditOpensTheConstructor();
@@ -314,6 +315,23 @@ void tst_localFormDesigner::designerFileHasNoModule()
     QVERIFY(constructor.load(surface.formFileName));
     QCOMPARE(constructor.moduleEditor->toPlainText(), QString());
     QCOMPARE(constructor.layoutDesigner->findChildren<localFormLayoutDesignerElementWidget *>().size(), 1);
+}
+
+void tst_localFormDesigner::previewRunsTheLayout()
+{
+    localFormLayoutDesigner surface;
+    surface.elementNew(localFormWidgetButton, QPoint(30, 30))->formula = u"A = 1";
+    surface.elementNew(localFormWidgetLabel, QPoint(30, 70));
+    localTest::coutCapture quiet;
+    std::unique_ptr<QWidget> shown(surface.preview());
+    localForm *form = shown != nullptr ? shown->findChild<localForm *>() : nullptr;
+    if (form == nullptr)
+        form = qobject_cast<localForm *>(shown.get());
+    QVERIFY(form != nullptr);
+    const auto elements = form->findChildren<localFormLayoutDesignerElementWidget *>();
+    QCOMPARE(elements.size(), 2);
+    QCOMPARE(elements[0]->mode, int32_t(localFormLayoutDesignerElementWidget::modeRun));
+    QCOMPARE(q(elements[0]->formula), QString("A = 1"));
 }
 
 void tst_localFormDesigner::savedFormRoundTrips()
