@@ -71,7 +71,7 @@ void localFormConstructor::metadataApply(const localFormMetadata &metadata)
     // The old surface goes with its frame, which the scroll area owns.
     fonFormSubWindow = new fonFormSubWindow_t;
     layoutDesigner = new localFormLayoutDesigner;
-    layoutDesigner->resize(metadata.size());
+    layoutDesigner->saveHandler = [this] { save(); };
     for (const localFormMetadataWidget *record : metadata.widgets) {
         localFormLayoutDesignerElementWidget *element = new localFormLayoutDesignerElementWidget(
             record->kind, localFormLayoutDesignerElementWidget::modeDesigner,

@@ -308,7 +308,9 @@ void localFormLayoutDesigner::keyPressEvent(QKeyEvent *event)
         actDeleteProc();
         return;
     case Qt::Key_S:
-        if (modifiers == Qt::ControlModifier)
+        if (modifiers == Qt::ControlModifier && saveHandler)
+            saveHandler();
+        else if (modifiers == Qt::ControlModifier)
             formSave();
         return;
     default:

@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -30,6 +31,9 @@ public:
     int32_t gridStepY = 25;
     // Where Ctrl+S writes; empty asks for a name.
     std::u16string formFileName;
+    // Set by a window that saves the whole form (module included): Ctrl+S
+    // then goes there instead of writing the designer's file.
+    std::function<void()> saveHandler;
 
     explicit localFormLayoutDesigner(QWidget *parent = nullptr);
     // The surface keeps the size it was given: a frame fits itself round it.

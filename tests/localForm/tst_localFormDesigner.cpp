@@ -79,6 +79,16 @@ std::vector<recordKey> recordsOf(const QString &fileName)
     return records;
 }
 
+// A widget the application showed, as a window of its own or inside a frame.
+template <class T>
+T *shownWidget()
+{
+    for (QWidget *top : QApplication::topLevelWidgets())
+        if (T *found = qobject_cast<T *>(top) ? qobject_cast<T *>(top) : top->findChild<T *>())
+            return found;
+    return nullptr;
+}
+
 } // namespace
 
 class tst_localFormDesigner : public QObject {
@@ -296,9 +306,13 @@ void tst_localFormDesigner::ctrlSInModuleSavesForm()
     QCOMPARE(q(services->boxes[0].title), QString("XML"));
     QCOMPARE(constructor.fileName, services->name);
     QCOMPARE(constructor.moduleEditor->toPlainText(), module);
+    // On the layout page too the whole form is saved, module and all.
+    constructor.moduleEditor->setPlainText(module + "B = 2;");
+    QTest::keyClick(constructor.layoutDesigner, Qt::Key_S, Qt::ControlModifier);
+    QVERIFY(localTest::fileBytes(q(services->name)).contains("B = 2;</Module>"));
     localFormConstructor loaded;
     QVERIFY(loaded.load(services->name));
-    QCOMPARE(loaded.moduleEditor->toPlainText(), module);
+    QCOMPARE(loaded.moduleEditor->toPlainText(), module + "B = 2;");
     QCOMPARE(loaded.layoutDesigner->findChildren<localFormLayoutDesignerElementWidget *>().size(), 1);
     localTest::boxRecorder::install();
 }
@@ -324,9 +338,7 @@ void tst_localFormDesigner::previewRunsTheLayout()
     surface.elementNew(localFormWidgetLabel, QPoint(30, 70));
     localTest::coutCapture quiet;
     std::unique_ptr<QWidget> shown(surface.preview());
-    localForm *form = shown != nullptr ? shown->findChild<localForm *>() : nullptr;
-    if (form == nullptr)
-        form = qobject_cast<localForm *>(shown.get());
+    localForm *form = shownWidget<localForm>();
     QVERIFY(form != nullptr);
     const auto elements = form->findChildren<localFormLayoutDesignerElementWidget *>();
     QCOMPARE(elements.size(), 2);
@@ -391,12 +403,7 @@ void tst_localFormDesigner::formEditOpensTheConstructor()
     const localTest::evaluation opened =
         localTest::evaluate("FORMEDIT(\"  " KORVEL_SOURCE_DIR "/prgTest/forms/invoice.xml\")", localTest::globalContext());
     QCOMPARE(opened.text, QString("1"));
-    // Shown as a window of its own or inside a frame the application gives it.
-    localFormConstructor *constructor = nullptr;
-    for (QWidget *top : QApplication::topLevelWidgets())
-        if (constructor == nullptr)
-            constructor = qobject_cast<localFormConstructor *>(top) ? qobject_cast<localFormConstructor *>(top)
-                                                                    : top->findChild<localFormConstructor *>();
+    localFormConstructor *constructor = shownWidget<localFormConstructor>();
     QVERIFY(constructor != nullptr);
     QVERIFY(constructor->moduleEditor->toPlainText().contains("Discount"));
     delete constructor->window();
