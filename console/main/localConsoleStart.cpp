@@ -12,6 +12,7 @@
 #include "localDbManager.h"
 #include "localDbVclInstall.h"
 #include "localForm.h"
+#include "localFormConstructor.h"
 #include "localInterpretatorUTF8.h"
 #include "localNetwork.h"
 #include "localStd.h"
@@ -74,6 +75,16 @@ void databaseManagerEntry(localConsole *console)
     console->addAction(entry);
 }
 
+// Ctrl+E and the context menu open an empty form constructor.
+void formConstructorEntry(localConsole *console)
+{
+    QAction *entry = new QAction(QStringLiteral("Form constructor"), console);
+    entry->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    entry->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(entry, &QAction::triggered, [] { localFormConstructorShow(); });
+    console->addAction(entry);
+}
+
 } // namespace
 
 localConsole *localConsoleAssemble(localCoutBuffer *buffer)
@@ -91,6 +102,7 @@ localConsole *localConsoleAssemble(localCoutBuffer *buffer)
               << " Input QUIT command for exit.\n";
     moveIntoSamples();
     databaseManagerEntry(console);
+    formConstructorEntry(console);
     console->windowShow();
     std::cout << "\n";
     return console;

@@ -5,6 +5,8 @@
 //                     disk) at x 16
 //   IMAGECOL.png      the marks of a browse's rows: at (0, 464), (16, 464) and
 //                     (32, 464) a folder, an open folder and an item, 16 x 16
+//   1186.bmp, 146.bmp, 1264.png   the layout designer's menu: a new field,
+//                     alignment, ordering
 // Lines only, no fonts, so the pictures come out the same on every machine.
 #include <QColor>
 #include <QImage>
@@ -115,6 +117,67 @@ QImage rowMarks()
     return image;
 }
 
+QImage blank()
+{
+    QImage image(16, 16, QImage::Format_RGB32);
+    image.fill(QColor(0xf0, 0xf0, 0xf0));
+    return image;
+}
+
+// A new field: an input box with a plus over its corner.
+QImage newField()
+{
+    QImage image = blank();
+    QPainter painter(&image);
+    painter.setPen(QPen(rim, 1.0));
+    painter.setBrush(Qt::white);
+    painter.drawRect(1, 6, 12, 7);
+    painter.drawLine(3, 8, 3, 11);
+    painter.setPen(QPen(tile, 2.0));
+    painter.drawLine(12, 1, 12, 7);
+    painter.drawLine(9, 4, 15, 4);
+    return image;
+}
+
+// Alignment: bars of different lengths flush against one edge.
+QImage alignLeft()
+{
+    QImage image = blank();
+    QPainter painter(&image);
+    painter.setPen(QPen(tile, 1.0));
+    painter.drawLine(1, 0, 1, 15);
+    painter.fillRect(3, 2, 11, 3, rim);
+    painter.fillRect(3, 7, 6, 3, rim);
+    painter.fillRect(3, 12, 9, 3, rim);
+    return image;
+}
+
+// Ordering: three cards stacked with an arrow down their side.
+QImage arrange()
+{
+    QImage image(16, 16, QImage::Format_ARGB32);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setPen(QPen(tile, 1.0));
+    for (int step = 0; step < 3; ++step) {
+        painter.setBrush(step == 2 ? letters : QColor(Qt::white));
+        painter.drawRect(1 + 2 * step, 1 + 4 * step, 8, 5);
+    }
+    painter.setPen(QPen(rim, 1.0));
+    painter.drawLine(13, 2, 13, 13);
+    painter.drawLine(11, 11, 13, 13);
+    painter.drawLine(15, 11, 13, 13);
+    return image;
+}
+
+bool save(const QImage &image, const QString &folder, const char *name, const char *format)
+{
+    if (image.save(folder + QLatin1Char('/') + QLatin1String(name), format))
+        return true;
+    std::fprintf(stderr, "iconsDraw: cannot write %s\n", name);
+    return false;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -124,11 +187,8 @@ int main(int argc, char **argv)
         return 2;
     }
     const QString folder = QString::fromLocal8Bit(argv[1]);
-    if (!logo(32).save(folder + QStringLiteral("/logoKV_3232.png"), "PNG")
-        || !rowMarks().save(folder + QStringLiteral("/IMAGECOL.png"), "PNG")
-        || !formActions().save(folder + QStringLiteral("/204.bmp"), "BMP")) {
-        std::fprintf(stderr, "iconsDraw: cannot write into %s\n", argv[1]);
-        return 1;
-    }
-    return 0;
+    const bool done = save(logo(32), folder, "logoKV_3232.png", "PNG") && save(rowMarks(), folder, "IMAGECOL.png", "PNG")
+                      && save(formActions(), folder, "204.bmp", "BMP") && save(newField(), folder, "1186.bmp", "BMP")
+                      && save(alignLeft(), folder, "146.bmp", "BMP") && save(arrange(), folder, "1264.png", "PNG");
+    return done ? 0 : 1;
 }

@@ -1,5 +1,6 @@
 #include "localForm.h"
 
+#include "localFormConstructor.h"
 #include "localFormElement.h"
 #include "localFormMetadata.h"
 #include "localVclWidgetEdit.h"
@@ -144,15 +145,16 @@ bool formOpen(localErrorType &status, localContextUTF8 *, localValueVector &argu
     return true;
 }
 
-// The constructor is not there yet: the checks are made, then the call
-// answers as a graphical part that is missing.
-bool formEdit(localErrorType &status, localContextUTF8 *, localValueVector &arguments, localValueDescription *)
+bool formEdit(localErrorType &status, localContextUTF8 *, localValueVector &arguments, localValueDescription *result)
 {
     std::u16string name;
     if (!formFileArgument(status, arguments, 1, name))
         return false;
-    status = localErrorTypeMETHODgraphicOnly;
-    return false;
+    localFormConstructor *constructor = new localFormConstructor;
+    constructor->load(name);
+    localVCL::applicationShowWidget(constructor, QStringLiteral("classImplementationMethodFunction"), false);
+    result->setVal(1);
+    return true;
 }
 
 } // namespace

@@ -17,6 +17,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
+#include <QSizeGrip>
 
 #include <iostream>
 
@@ -121,8 +122,43 @@ localFormLayoutDesignerElementWidget::localFormLayoutDesignerElementWidget(int32
     layout->setRowStretch(1, 1);
     layout->setColumnStretch(1, 1);
     layout->addWidget(contentWidget, 1, 1);
+    if (mode == modeDesigner)
+        gripsMake(layout);
     if (kind == localFormWidgetFrame)
         lower();
+}
+
+void localFormLayoutDesignerElementWidget::gripsMake(QGridLayout *layout)
+{
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column) {
+            if (row == 1 && column == 1)
+                continue;
+            QSizeGrip *grip = new QSizeGrip(this);
+            grip->setObjectName(QStringLiteral("::QSizeGrip.") + QString::number(row) + QString::number(column));
+            grip->setAutoFillBackground(true);
+            grip->setFixedSize(frameWidth, frameWidth);
+            layout->addWidget(grip, row, column);
+        }
+    selectedSet(false);
+}
+
+void localFormLayoutDesignerElementWidget::selectedSet(bool selected)
+{
+    selectedFlag = selected;
+    const QColor color = selected ? QColor(Qt::black) : QColor(Qt::transparent);
+    for (QSizeGrip *grip : findChildren<QSizeGrip *>(QString(), Qt::FindDirectChildrenOnly)) {
+        QPalette palette = grip->palette();
+        for (QPalette::ColorRole role : {QPalette::Dark, QPalette::Light, QPalette::Window})
+            palette.setBrush(role, QBrush(color));
+        grip->setPalette(palette);
+        grip->setEnabled(selected);
+        // Styles paint a grip's dots in colours of their own: unselected, it is not shown at all.
+        grip->setVisible(selected);
+        if (selected)
+            grip->raise();
+    }
+    repaint();
 }
 
 QWidget *localFormLayoutDesignerElementWidget::contentMake()

@@ -85,6 +85,11 @@ public:
     std::u16string tableDetails() const;
     void tableDetailsSet(const std::u16string &json);
 
+    // Design mode only: the grips show black and take the mouse while the
+    // element is selected, and stay invisible to the eye otherwise.
+    void selectedSet(bool selected);
+    bool isSelected() const { return selectedFlag; }
+
     // The context of the nearest form above `widget`, or null.
     static localContextUTF8 *formContextOf(QWidget *widget);
 
@@ -100,7 +105,10 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    bool selectedFlag = false;
+
     QWidget *contentMake();
+    void gripsMake(class QGridLayout *layout);
     QWidget *tableMake();
     void formulaShow();
 };

@@ -8,6 +8,7 @@
 #include <QDomDocument>
 #include <QFile>
 #include <QGuiApplication>
+#include <QHash>
 #include <QScreen>
 
 const int32_t localFormPropertyMask[5] = {0x523, 0x021, 0x003, 0x023, 0x123};
@@ -152,6 +153,10 @@ QDomElement widgetWrite(QDomDocument &document, const localFormLayoutDesignerEle
 
 QDomDocument documentWrite(QWidget *surface, bool withModule, const std::u16string &module)
 {
+    // An element keeps its attributes in a hash, which writes them in the order
+    // of its seed: a fixed seed makes the same form give the same bytes in
+    // every session. Hashes made before keep the seed they had.
+    qSetGlobalQHashSeed(0);
     QDomDocument document(QStringLiteral("localForm"));
     document.appendChild(
         document.createProcessingInstruction(QStringLiteral("xml"), QStringLiteral("version=\"1.0\" encoding=\"UTF-8\"")));
