@@ -419,6 +419,7 @@ void localFormLayoutDesigner::menuDispatch(QAction *chosen, const QPoint &positi
         actPropertiesProc();
 }
 
+// "Редактировать описание" is listed in the menu but has no function yet.
 void localFormLayoutDesigner::newDev()
 {
 }
