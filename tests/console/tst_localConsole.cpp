@@ -357,10 +357,18 @@ private slots:
         QFETCH(QString, command);
         QFETCH(QStringList, answer);
         consoleOpen();
+        const QWidgetList before = QApplication::topLevelWidgets();
         enter(command);
         QCOMPARE(answerOf(command), answer);
         QCOMPARE(lastLine(), prompt);
         QVERIFY(!console->busy);
+        // A window a line opens (the editor ignores its close) goes with the row.
+        QWidgetList opened;
+        for (QWidget *widget : QApplication::topLevelWidgets())
+            if (!before.contains(widget) && widget->parentWidget() == nullptr)
+                opened << widget;
+        QCOMPARE(!opened.isEmpty(), command.startsWith(QLatin1String("EDIT COMMAND")));
+        qDeleteAll(opened);
     }
 
     void quitSaysGoodByeAndCloses()
