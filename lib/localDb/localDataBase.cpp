@@ -210,11 +210,9 @@ bool methodBrowse(localErrorType &status, localDataBase &db, localValueVector &a
 {
     if (!localArgCount(status, &arguments, 1))
         return false;
-    const localValueList *list = localValueList::fromValue(arguments[0]);
-    if (list == nullptr) {
-        status = localErrorTypePARAMtype;
+    const localValueList *list = localArgValueList(status, arguments, 0);
+    if (list == nullptr)
         return false;
-    }
     const localDbBrowseDescription description = localDbBrowseDescription::fromList(*list);
     if (!description.complete) {
         result->setBool(false);

@@ -128,11 +128,9 @@ void localDbtQTableView::activatedSlot(const QModelIndex &index)
 
 void localDbtQTableView::fetchAll()
 {
-    localServices &services = localServices::instance();
-    services.waitCursorPush();
+    const localWaitCursor wait;
     while (model->canFetchMore())
         model->fetchMore();
-    services.waitCursorPop();
 }
 
 void localDbtQTableView::currentRecordDelete()

@@ -9,7 +9,6 @@
 #include "localGlobalFunctions.h"
 #include "localInterpretatorUTF8.h"
 #include "localOperatorCompiled.h"
-#include "localFormWaitCursor.h"
 #include "localServices.h"
 #include "localString.h"
 #include "localSxl.h"
@@ -236,7 +235,7 @@ void localForm::moduleRun(const std::u16string &module)
     localErrorType status = localErrorTypeOK;
     bool done = false;
     {
-        localFormWaitCursor wait;
+        localWaitCursor wait;
         done = textExec(status, module, context);
     }
     // A failing module stops nothing: the widgets are built anyway.
@@ -312,7 +311,7 @@ bool localForm::eventFormAfterCreateRun(localErrorType &status)
         if (context->functionLookup(name, &foundIn) == nullptr || foundIn != context)
             return true;
     }
-    localFormWaitCursor wait;
+    localWaitCursor wait;
     localValueVector arguments;
     localValueDescription *result = nullptr;
     status = localErrorTypeOK;

@@ -4,9 +4,9 @@
 #include "localFormMetadata.h"
 
 #include "localContextUTF8.h"
+#include "localServices.h"
 #include "localErrorType.h"
 #include "localInterpretatorUTF8.h"
-#include "localFormWaitCursor.h"
 #include "localString.h"
 #include "localVCL.h"
 
@@ -266,7 +266,7 @@ void localFormLayoutDesignerElementWidget::userButtonClickedSlot()
         return;
     const std::u16string statement = formulaCut(formula);
     if (!statement.empty() && context != nullptr) {
-        localFormWaitCursor wait;
+        localWaitCursor wait;
         localErrorType status = localErrorTypeOK;
         size_t position = 0;
         const bool done =

@@ -1,9 +1,9 @@
 #include "localVclWidgetEdit.h"
 
 #include "localContextUTF8.h"
+#include "localServices.h"
 #include "localInterpretatorUTF8.h"
 #include "localOperatorCompiled.h"
-#include "localFormWaitCursor.h"
 #include "localString.h"
 #include "localSxl.h"
 #include "localSxlWidget.h"
@@ -258,7 +258,7 @@ void localVclWidgetEdit::editingFinishedSlot()
         return;
     }
     if (!formula.empty()) {
-        localFormWaitCursor wait;
+        localWaitCursor wait;
         localErrorType status = localErrorTypeOK;
         size_t position = 0;
         if (!localInterpretatorUTF8::scanStringGetOperatorAndExec(status, formula, position, context, false)

@@ -19,15 +19,6 @@
 
 namespace {
 
-// The wait cursor for the length of one stage.
-class waitCursor {
-public:
-    waitCursor() { localServices::instance().waitCursorPush(); }
-    ~waitCursor() { localServices::instance().waitCursorPop(); }
-    waitCursor(const waitCursor &) = delete;
-    waitCursor &operator=(const waitCursor &) = delete;
-};
-
 // Where a compile stopped: the faulty line, the status's text, the line and
 // the position in it, and the code of the character there.
 void compileReport(const std::u16string &text, size_t position, localErrorType status, const char *routine)
@@ -52,7 +43,7 @@ enum compileOutcome { compileRun, compileFailed, compileLeave };
 compileOutcome compileProgram(localErrorType &status, const std::u16string &text, localOperatorCompiled &program,
                               const char *routine)
 {
-    waitCursor cursor;
+    localWaitCursor cursor;
     status = localErrorTypeOK;
     size_t position = 0;
     localOperatorCompiled *pointer = &program;
@@ -69,7 +60,7 @@ compileOutcome compileProgram(localErrorType &status, const std::u16string &text
 // Runs the compiled program; `properEnd` tells whether it returned the number 1.
 bool runProgram(localErrorType &status, localOperatorCompiled &program, localContextUTF8 *context, bool &properEnd)
 {
-    waitCursor cursor;
+    localWaitCursor cursor;
     localValueVector noArguments;
     localValueDescription *result = nullptr;
     const bool ran = program.execute(status, context, &program, &noArguments, &result);

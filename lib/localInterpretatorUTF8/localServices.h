@@ -60,4 +60,14 @@ public:
     static void install(localServices *services);
 };
 
+// The wait cursor for the life of a scope: a compile stage, a form's module,
+// a formula, a fetch.
+class localWaitCursor {
+public:
+    localWaitCursor() { localServices::instance().waitCursorPush(); }
+    ~localWaitCursor() { localServices::instance().waitCursorPop(); }
+    localWaitCursor(const localWaitCursor &) = delete;
+    localWaitCursor &operator=(const localWaitCursor &) = delete;
+};
+
 #endif

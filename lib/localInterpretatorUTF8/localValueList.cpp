@@ -313,6 +313,14 @@ size_t localIndexFromNumber(double number, size_t count)
     return size_t(number);
 }
 
+localValueList *localArgValueList(localErrorType &status, const localValueVector &arguments, size_t index)
+{
+    localValueList *list = localValueList::fromValue(arguments[index]);
+    if (list == nullptr)
+        status = localErrorTypePARAMtype;
+    return list;
+}
+
 // ---------------------------------------------------------------------------
 
 localValueList::~localValueList()

@@ -97,4 +97,8 @@ public:
 // not in 1..count (NaN and negatives included).
 size_t localIndexFromNumber(double number, size_t count);
 
+// The argument at `index` as a VALUELIST; anything else sets status 33 and
+// gives null.
+localValueList *localArgValueList(localErrorType &status, const localValueVector &arguments, size_t index);
+
 #endif

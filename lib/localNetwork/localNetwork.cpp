@@ -59,11 +59,9 @@ bool networkRequestExecSync(localErrorType &status, localContextUTF8 *, localVal
         return false;
     localValueList *list = nullptr;
     if (arguments.size() == 3) {
-        list = localValueList::fromValue(arguments[2]);
-        if (list == nullptr) {
-            status = localErrorTypePARAMtype;
+        list = localArgValueList(status, arguments, 2);
+        if (list == nullptr)
             return false;
-        }
     }
     const bool replied
         = localNetwork::requestExecByMethodName(arguments[0]->localValueString, arguments[1]->localValueString, list);

@@ -431,11 +431,9 @@ bool localVclTextBrowserOpen(localErrorType &status, localContextUTF8 *, localVa
 {
     if (!localArgCount(status, &arguments, 1))
         return false;
-    const localValueList *list = localValueList::fromValue(arguments[0]);
-    if (list == nullptr) {
-        status = localErrorTypePARAMtype;
+    const localValueList *list = localArgValueList(status, arguments, 0);
+    if (list == nullptr)
         return false;
-    }
     if (list->size() == 0)
         std::cout << localNarrow(u" Ошибка! Пустой список значений") << std::endl;
     QWidget *window = nullptr;
