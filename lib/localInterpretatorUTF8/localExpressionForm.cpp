@@ -3,7 +3,156 @@
 #include "localErrorType.h"
 #include "localInterpretatorUTF8.h"
 
+#include <algorithm>
+#include <functional>
+
 typedef localInterpretatorUTF8 li;
+
+namespace {
+
+typedef localExpressionForm::plan plan;
+
+bool arithmetic(int32_t operation)
+{
+    return operation >= localOperatorMINUS && operation <= localOperatorMULTIPLY;
+}
+
+bool comparison(int32_t operation)
+{
+    return operation >= localOperatorEQUAL && operation <= localOperatorLESS;
+}
+
+// Follows what the evaluator's run of a plan does with operands and cells,
+// in its order: operands pushed, operators reduced by their numbers, a
+// number's cell, a bracket's copy and each partial result taken lowest
+// first, the cells of the operands given back after the result's is taken.
+// Slot k stands for the k-th lowest cell free when the expression starts.
+class numericCompiler {
+public:
+    explicit numericCompiler(const std::function<const plan *(size_t)> &innerPlan) : planAt(innerPlan) {}
+
+    struct held {
+        bool temporary = false; // a cell of the expression's own, not a variable's
+        int slot = 0;
+        bool boolean = false;
+    };
+
+    std::vector<plan::numericOperation> operations;
+    bool brackets = false;
+
+    // The operations of `p`, its value's cell in `result`; false when the
+    // plan is not numeric.
+    bool emit(const plan &p, held &result)
+    {
+        if (p.unary != localUnaryNONE || p.steps.empty())
+            return false;
+        constexpr int depth = 16;
+        held operands[depth];
+        int32_t operators[depth];
+        int operandCount = 0;
+        int operatorCount = 0;
+        auto reduce = [&]() {
+            const int32_t operation = operators[--operatorCount];
+            const held right = operands[--operandCount];
+            const held left = operands[--operandCount];
+            if (left.boolean || right.boolean || !(arithmetic(operation) || comparison(operation)))
+                return false;
+            held made;
+            if (!take(made.slot))
+                return false;
+            made.temporary = true;
+            made.boolean = comparison(operation);
+            giveBack(left);
+            giveBack(right);
+            operands[operandCount++] = made;
+            push(plan::numericOperation::operate, operation, 0.0, nullptr, -1);
+            return true;
+        };
+        for (size_t i = 0; i < p.steps.size(); ++i) {
+            const plan::step &step = p.steps[i];
+            if (i > 0)
+                while (operatorCount > 0 && operators[operatorCount - 1] >= step.operation)
+                    if (!reduce())
+                        return false;
+            if (operandCount + 1 >= depth || !operand(step, operands[operandCount]))
+                return false;
+            ++operandCount;
+            if (i > 0)
+                operators[operatorCount++] = step.operation;
+        }
+        while (operatorCount > 0)
+            if (!reduce())
+                return false;
+        result = operands[0];
+        return true;
+    }
+    int deepest() const { return maximum; }
+
+private:
+    std::function<const plan *(size_t)> planAt;
+    uint64_t taken = 0;
+    int stacked = 0;
+    int maximum = 0;
+
+    bool take(int &slot)
+    {
+        if (~taken == 0)
+            return false;
+        slot = __builtin_ctzll(~taken);
+        taken |= uint64_t(1) << slot;
+        return true;
+    }
+    void giveBack(const held &cell)
+    {
+        if (cell.temporary)
+            taken &= ~(uint64_t(1) << cell.slot);
+    }
+    void push(plan::numericOperation::kindType kind, int32_t operation, double number,
+              const localExpressionForm::name *token, int change)
+    {
+        plan::numericOperation made;
+        made.kind = kind;
+        made.operation = operation;
+        made.number = number;
+        made.token = token;
+        operations.push_back(made);
+        stacked += change;
+        maximum = std::max(maximum, stacked);
+    }
+    bool operand(const plan::step &step, held &cell)
+    {
+        switch (step.kind) {
+        case plan::variable:
+            push(plan::numericOperation::fromVariable, 0, 0.0, step.token, 1);
+            cell = held();
+            return true;
+        case plan::number:
+            push(plan::numericOperation::fromNumber, 0, step.number, nullptr, 1);
+            cell = held();
+            cell.temporary = true;
+            return take(cell.slot);
+        case plan::bracket: {
+            // The inner value, then its copy in a cell of its own.
+            const plan *inner = planAt(step.operandStart + 1);
+            held value;
+            if (inner == nullptr || !emit(*inner, value))
+                return false;
+            brackets = true;
+            cell = held();
+            cell.temporary = true;
+            cell.boolean = value.boolean;
+            if (!take(cell.slot))
+                return false;
+            giveBack(value);
+            return true;
+        }
+        default:
+            return false;
+        }
+    }
+};
+
+} // namespace
 
 localExpressionForm::localExpressionForm(const std::u16string &text) : answers(text.size() + 1) {}
 
@@ -85,5 +234,19 @@ void localExpressionForm::planKeep(const std::u16string &text, size_t position, 
     plan &made = plans.emplace_back();
     made.unary = unary;
     made.steps = std::move(kept);
+    numericKeep(made);
     answers[position].expression = &made;
+}
+
+void localExpressionForm::numericKeep(plan &made) const
+{
+    numericCompiler compiler([this](size_t position) { return answers[position].expression; });
+    numericCompiler::held result;
+    // A lone variable's value is the variable's own cell: nothing to gain.
+    if (!compiler.emit(made, result) || !result.temporary || compiler.deepest() > plan::numericDepth)
+        return;
+    made.numeric = std::move(compiler.operations);
+    made.numericCell = uint8_t(result.slot);
+    made.numericBool = result.boolean;
+    made.numericBrackets = compiler.brackets;
 }

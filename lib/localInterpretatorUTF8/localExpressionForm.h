@@ -76,6 +76,27 @@ public:
         };
         int32_t unary = 0;
         std::vector<step> steps;
+
+        // The same plan as the operations it makes, in order, when every
+        // operand is a number, a variable or a bracket of such, every
+        // operator is arithmetic or a comparison, and no comparison's result
+        // feeds another operator: run on numbers it needs no cells, since
+        // every cell it would take but the result's is given back before it
+        // ends. Empty: the plan is not of that kind.
+        struct numericOperation {
+            enum kindType : uint8_t { fromVariable, fromNumber, operate } kind = fromNumber;
+            int32_t operation = 0;
+            double number = 0.0;
+            const localExpressionForm::name *token = nullptr;
+        };
+        std::vector<numericOperation> numeric;
+        static constexpr int numericDepth = 32; // numbers held at once, at most
+        // Which free cell the result takes (0 the lowest), as the cells of
+        // numbers, bracket copies and partial results, taken and given back
+        // lowest first, would have left it.
+        uint8_t numericCell = 0;
+        bool numericBool = false; // the last operator compares
+        bool numericBrackets = false;
     };
 
     explicit localExpressionForm(const std::u16string &text);
@@ -173,6 +194,9 @@ private:
         return read != nullptr ? *read : literalReading(text, position, number);
     }
     const token &literalReading(const std::u16string &text, size_t position, bool number);
+
+    // Fills a kept plan's numeric form, when it has one.
+    void numericKeep(plan &made) const;
 
     std::vector<answer> answers;
     // Deques, so that a kept token or plan never moves while the form grows.

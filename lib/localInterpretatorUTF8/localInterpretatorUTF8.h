@@ -159,6 +159,10 @@ public:
         size_t position = 0;
         return expressionAt(status, text, position, result, context, false, form);
     }
+    // The value of a plan with a numeric form, when its variables hold
+    // numbers and no operation fails; otherwise false, and the plain run
+    // gives the value or the failure.
+    static bool planNumeric(const localExpressionForm::plan &plan, localContextUTF8 *context, double &value);
     // The expression at `position` evaluated from the plan `form` keeps for
     // it: what the scanner's reading would give, without the reads.
     static bool planRun(localErrorType &status, const std::u16string &text, size_t &position,

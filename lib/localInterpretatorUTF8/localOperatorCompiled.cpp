@@ -13,6 +13,7 @@
 
 #include "localInterpretatorUTF8.h"
 #include "localServices.h"
+#include "localStack.h"
 #include "localString.h"
 
 #include <iostream>
@@ -100,9 +101,60 @@ bool functionBodyRun(localErrorType &status, localContextUTF8 *context, const lo
     return blockChildrenRun(status, &call, record, arguments, result);
 }
 
+// The numeric form of the plan a record's text starts with, when it has one
+// and the stack has room for the evaluation it stands for.
+inline const localExpressionForm::plan *numericPlan(const localOperatorCompiled *record)
+{
+    const localExpressionForm::plan *plan = record->expressionForm()->planAt(0);
+    return plan != nullptr && !plan->numeric.empty() && !localStackExhausted() ? plan : nullptr;
+}
+
+// A condition's truth from its numeric form, without a cell: the one its
+// value would take is given back at once. False: the plain way decides.
+inline bool numericTruth(const localOperatorCompiled *record, localContextUTF8 *context, bool &truth)
+{
+    const localExpressionForm::plan *plan = numericPlan(record);
+    double value = 0.0;
+    if (plan == nullptr || !li::planNumeric(*plan, context, value))
+        return false;
+    truth = value > 0.0;
+    return true;
+}
+
+// An assignment of a numeric text to a variable that exists: its value
+// goes into the variable's cell as the copy from the result's cell would
+// put it there, and that cell, given back right after, is not taken.
+// False: the plain way assigns.
+inline bool numericAssignment(localContextUTF8 *context, const localOperatorCompiled *record)
+{
+    if (record->name.empty() || record->declares)
+        return false;
+    const localExpressionForm::plan *plan = numericPlan(record);
+    if (plan == nullptr)
+        return false;
+    size_t position = plan->steps.back().operandEnd;
+    li::scanStringSkipSpace(record->expression, position, record->expressionForm());
+    if (position < record->expression.size())
+        return false;
+    localVariable *variable = context->variableLookup(record->name, record->name, record->target);
+    double value = 0.0;
+    if (variable == nullptr || !li::planNumeric(*plan, context, value))
+        return false;
+    localValueDescription *cell = variable->value;
+    cell->localValueClear();
+    cell->type = plan->numericBool ? localValueTypeBOO : localValueTypeNUM;
+    cell->localValueNumber = value;
+    cell->localValueClass = nullptr;
+    cell->localValueObject = nullptr;
+    cell->localValueString.clear();
+    return true;
+}
+
 bool expressionRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record,
                    localValueDescription **result)
 {
+    if (numericAssignment(context, record))
+        return true;
     if (!evaluateBracketed(status, record, context, result)) {
         std::string out = "\n>> ";
         localNarrowAppend(out, record->name);
@@ -148,7 +200,8 @@ bool ifRun(localErrorType &status, localContextUTF8 *context, const localOperato
     if (record->children.empty())
         return false;
     for (const localOperatorCompiled &branch : record->children) {
-        if (!branch.expression.empty()) {
+        bool taken = false;
+        if (!branch.expression.empty() && !numericTruth(&branch, context, taken)) {
             localValueDescription *condition = nullptr;
             if (!li::evaluate(status, branch.expression, &condition, context, branch.expressionForm())) {
                 std::string out = ">> ";
@@ -160,11 +213,11 @@ bool ifRun(localErrorType &status, localContextUTF8 *context, const localOperato
                 writeLine(std::move(out));
                 return false;
             }
-            const bool taken = condition->isTrue();
+            taken = condition->isTrue();
             localValueRelease(condition);
-            if (!taken)
-                continue;
         }
+        if (!branch.expression.empty() && !taken)
+            continue;
         // A branch adds no context: what it makes belongs to the surrounding one.
         return branch.execute(status, context, &branch, arguments, result);
     }
@@ -229,13 +282,16 @@ bool whileRun(localErrorType &status, localContextUTF8 *context, const localOper
             status = localErrorTypeINTERRUPTED;
             return false;
         }
-        localValueDescription *condition = nullptr;
-        if (!li::evaluate(status, record->expression, &condition, context, record->expressionForm())) {
-            LOCAL_DIAG(u"ERROR!!!");
-            return false;
+        bool again = false;
+        if (!numericTruth(record, context, again)) {
+            localValueDescription *condition = nullptr;
+            if (!li::evaluate(status, record->expression, &condition, context, record->expressionForm())) {
+                LOCAL_DIAG(u"ERROR!!!");
+                return false;
+            }
+            again = condition->localValueNumber > 0.0;
+            localValueRelease(condition);
         }
-        const bool again = condition->localValueNumber > 0.0;
-        localValueRelease(condition);
         if (!again)
             return true;
         for (const localOperatorCompiled &child : record->children) {

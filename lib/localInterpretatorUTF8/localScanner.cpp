@@ -129,21 +129,21 @@ struct evaluatorStacks {
     localValueDescription *pop() { return operands[--operandCount]; }
 };
 
-// An operator on two numbers. Inline: most reductions of a running program
-// are these.
-[[gnu::always_inline]] inline bool numberOperation(localErrorType &status, localValueDescription *result,
-                                                   int32_t operation, double a, double b)
+// An operator on two numbers, a comparison giving 1.0 or 0.0. Inline: most
+// reductions of a running program are these.
+[[gnu::always_inline]] inline bool numberCompute(localErrorType &status, int32_t operation, double a, double b,
+                                                 double &value)
 {
     switch (operation) {
-    case localOperatorMINUS: result->setVal(a - b); return true;
-    case localOperatorPLUS: result->setVal(a + b); return true;
-    case localOperatorMULTIPLY: result->setVal(a * b); return true;
+    case localOperatorMINUS: value = a - b; return true;
+    case localOperatorPLUS: value = a + b; return true;
+    case localOperatorMULTIPLY: value = a * b; return true;
     case localOperatorDIVIDE:
         if (b == 0.0) {
             status = localErrorTypeDIVISIONbyZERO;
             return false;
         }
-        result->setVal(a / b);
+        value = a / b;
         return true;
     case localOperatorREMAINDER: {
         const int64_t divisor = truncateToInt64(b);
@@ -153,19 +153,33 @@ struct evaluatorStacks {
             return false;
         }
         const int64_t dividend = truncateToInt64(a);
-        result->setVal(divisor == -1 ? 0.0 : double(dividend % divisor));
+        value = divisor == -1 ? 0.0 : double(dividend % divisor);
         return true;
     }
-    case localOperatorEQUAL: result->setBool(a == b); return true;
-    case localOperatorNOTEQUAL: result->setBool(a != b); return true;
-    case localOperatorGREATEROREQUAL: result->setBool(a >= b); return true;
-    case localOperatorGREATER: result->setBool(a > b); return true;
-    case localOperatorLESSOREQUAL: result->setBool(a <= b); return true;
-    case localOperatorLESS: result->setBool(a < b); return true;
+    case localOperatorEQUAL: value = a == b ? 1.0 : 0.0; return true;
+    case localOperatorNOTEQUAL: value = a != b ? 1.0 : 0.0; return true;
+    case localOperatorGREATEROREQUAL: value = a >= b ? 1.0 : 0.0; return true;
+    case localOperatorGREATER: value = a > b ? 1.0 : 0.0; return true;
+    case localOperatorLESSOREQUAL: value = a <= b ? 1.0 : 0.0; return true;
+    case localOperatorLESS: value = a < b ? 1.0 : 0.0; return true;
     default:
         status = localErrorTypeINTERNAL;
         return false;
     }
+}
+
+// The same into a result cell: a comparison's value is a boolean.
+[[gnu::always_inline]] inline bool numberOperation(localErrorType &status, localValueDescription *result,
+                                                   int32_t operation, double a, double b)
+{
+    double value = 0.0;
+    if (!numberCompute(status, operation, a, b, value))
+        return false;
+    if (operation >= localOperatorEQUAL && operation <= localOperatorLESS)
+        result->setBool(value != 0.0);
+    else
+        result->setVal(value);
+    return true;
 }
 
 // The operator on top applied by `operate` to the two operands on top, into
@@ -435,6 +449,39 @@ bool expressionReading(localErrorType &status, const std::u16string &text, size_
 
 } // namespace
 
+bool localInterpretatorUTF8::planNumeric(const localExpressionForm::plan &plan, localContextUTF8 *context,
+                                         double &value)
+{
+    typedef localExpressionForm::plan::numericOperation operation;
+    // A bracket asks for stack room; at the limit the plain run reports it.
+    if (plan.numericBrackets && localStackExhausted())
+        return false;
+    double stack[localExpressionForm::plan::numericDepth];
+    int top = 0;
+    localErrorType status = localErrorTypeOK;
+    for (const operation &step : plan.numeric) {
+        switch (step.kind) {
+        case operation::fromVariable: {
+            const localVariable *variable = step.token->variableIn(context);
+            if (variable == nullptr || variable->value->type != localValueTypeNUM)
+                return false;
+            stack[top++] = variable->value->localValueNumber;
+            break;
+        }
+        case operation::fromNumber:
+            stack[top++] = step.number;
+            break;
+        case operation::operate:
+            --top;
+            if (!numberCompute(status, step.operation, stack[top - 1], stack[top], stack[top - 1]))
+                return false;
+            break;
+        }
+    }
+    value = stack[0];
+    return true;
+}
+
 // An expression evaluated from its plan: the operands and reductions of
 // expressionReading, in the same order, without the reads.
 bool localInterpretatorUTF8::planRun(localErrorType &status, const std::u16string &text, size_t &position,
@@ -444,6 +491,15 @@ bool localInterpretatorUTF8::planRun(localErrorType &status, const std::u16strin
     typedef localExpressionForm::plan::step step;
     const step *at = plan.steps.data();
     const step *const end = at + plan.steps.size();
+    double number = 0.0;
+    if (!plan.numeric.empty() && planNumeric(plan, context, number)) {
+        localValueDescription *cell = localMemoryManager::instance().allocateRanked(plan.numericCell);
+        cell->type = plan.numericBool ? localValueTypeBOO : localValueTypeNUM;
+        cell->localValueNumber = number;
+        *result = cell;
+        position = end[-1].operandEnd;
+        return true;
+    }
     localValueDescription *operand = nullptr;
     if (!planOperand(status, text, position, *at, &operand, context, form))
         return false;

@@ -201,19 +201,23 @@ localMemoryManager::localMemoryManager()
     manager = this;
 }
 
+void localMemoryManager::makeTable()
+{
+    cells.resize(reservedCount);
+    freeBits.assign((reservedCount + 63) / 64, ~uint64_t(0));
+    if (reservedCount % 64 != 0)
+        freeBits.back() = (uint64_t(1) << (reservedCount % 64)) - 1;
+    firstWordWithFree = 0;
+    table = cells.data();
+    cellCount = cells.size();
+    words = freeBits.data();
+    wordCount = freeBits.size();
+}
+
 localValueDescription *localMemoryManager::allocateSearching()
 {
-    if (cells.empty()) {
-        cells.resize(reservedCount);
-        freeBits.assign((reservedCount + 63) / 64, ~uint64_t(0));
-        if (reservedCount % 64 != 0)
-            freeBits.back() = (uint64_t(1) << (reservedCount % 64)) - 1;
-        firstWordWithFree = 0;
-        table = cells.data();
-        cellCount = cells.size();
-        words = freeBits.data();
-        wordCount = freeBits.size();
-    }
+    if (cells.empty())
+        makeTable();
     size_t word = firstWordWithFree;
     while (word < wordCount && words[word] == 0)
         ++word;

@@ -188,6 +188,24 @@ public:
             return take(firstWordWithFree);
         return allocateSearching();
     }
+    // The free cell of rank `rank` among the free ones, lowest first (0 is
+    // what allocate gives), prepared alike: where an expression's result
+    // lands when its temporaries, taken and given back before it, are not
+    // made at all.
+    localValueDescription *allocateRanked(size_t rank)
+    {
+        if (rank == 0)
+            return allocate();
+        if (wordCount == 0)
+            makeTable();
+        // The rank is small (the temporaries of one expression): bit by bit.
+        for (size_t word = firstWordWithFree; word < wordCount; ++word)
+            for (uint64_t bits = words[word]; bits != 0; bits &= bits - 1, --rank)
+                if (rank == 0)
+                    return takeAt(word * 64 + size_t(__builtin_ctzll(bits)));
+        // Fewer free cells than the temporaries would need: the same stop.
+        return allocateSearching();
+    }
     size_t getReservedCount() const { return cellCount; }
     size_t getUsedCount() const { return used; }
     bool owns(const localValueDescription *cell) const { return indexOf(cell) < cellCount; }
@@ -217,6 +235,7 @@ public:
 private:
     static void create();
     [[gnu::noinline]] localValueDescription *allocateSearching();
+    void makeTable();
     // The cell's place in the table; past its end for a value outside it.
     size_t indexOf(const localValueDescription *cell) const
     {
@@ -225,7 +244,11 @@ private:
     // Hands out the lowest free cell of the word, which has one.
     [[gnu::always_inline]] localValueDescription *take(size_t word)
     {
-        const size_t index = word * 64 + size_t(__builtin_ctzll(words[word]));
+        return takeAt(word * 64 + size_t(__builtin_ctzll(words[word])));
+    }
+    // Hands out the free cell at `index`.
+    [[gnu::always_inline]] localValueDescription *takeAt(size_t index)
+    {
         localValueDescription &cell = table[index];
         cell.type = localValueTypeNUM;
         cell.localValueClass = nullptr;
@@ -233,7 +256,7 @@ private:
         cell.localValueNumber = 0.0;
         cell.localValueString.clear();
         cell.linkCounter = 1;
-        words[word] &= words[word] - 1;
+        words[index / 64] &= ~(uint64_t(1) << (index % 64));
         ++used;
         return &cell;
     }

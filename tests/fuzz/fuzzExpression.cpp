@@ -11,7 +11,9 @@
 // clock, random numbers, class loading, addresses in the text of objects)
 // are not compared. A text value is joined onto before it goes: a kept
 // literal shares its characters with the values read from it, and a later
-// reading through the form must not see what was built on them.
+// reading through the form must not see what was built on them. The value
+// must land in the same cell of the table, as a parameter bound to it shows
+// where it lies.
 #include "localFuzzSupport.h"
 
 #include "localGlobalFunctions.h"
@@ -31,10 +33,11 @@ struct outcome {
     size_t end = 0;
     int type = -1;
     std::u16string value; // the text of a value other than an object
+    size_t cell = 0;      // where the value lies in the table; a parameter bound to it would show it
     bool operator==(const outcome &other) const
     {
         return done == other.done && status == other.status && end == other.end && type == other.type
-               && value == other.value;
+               && value == other.value && cell == other.cell;
     }
 };
 
@@ -66,6 +69,8 @@ outcome evaluated(const std::u16string &text, localExpressionForm *form, bool pr
     if (result.done) {
         localFuzz::require(value != nullptr, "a successful evaluation gave no value");
         result.type = value->getType();
+        const localMemoryManager &table = localMemoryManager::instance();
+        result.cell = table.owns(value) ? size_t(value - &table.cellAt(0)) : table.getReservedCount();
         if (result.type != localValueTypeOBJ)
             result.value = withoutAddresses(value->toString());
         if (print) // what the console and VALUETOJSON then do with the value
