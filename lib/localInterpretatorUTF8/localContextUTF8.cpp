@@ -185,7 +185,7 @@ bool userFunctionCall(localErrorType &status, localContextUTF8 *holder, const st
     const localContextUTF8 *owner = nullptr;
     const localFunctionEntry *entry = cache != nullptr ? holder->functionLookup(nameUpper, *cache, &owner)
                                                        : holder->functionLookup(nameUpper, &owner);
-    if (entry == nullptr)
+    if (localContextUTF8::leadsToBuiltIn(entry))
         return false;
     if (entry->block) {
         const localErrorType before = status;
@@ -193,13 +193,10 @@ bool userFunctionCall(localErrorType &status, localContextUTF8 *holder, const st
         succeeded = functionStatusMap(status, before, ran);
         return true;
     }
-    if (entry->native != nullptr && entry->native != contextDispatch) {
-        void *slot = const_cast<localContextUTF8 *>(owner);
-        const std::u16string nameCopy = nameUpper;
-        succeeded = entry->native(status, const_cast<localContextUTF8 *>(owner), &slot, nameCopy, arguments, result);
-        return true;
-    }
-    return false;
+    void *slot = const_cast<localContextUTF8 *>(owner);
+    const std::u16string nameCopy = nameUpper;
+    succeeded = entry->native(status, const_cast<localContextUTF8 *>(owner), &slot, nameCopy, arguments, result);
+    return true;
 }
 
 bool contextDispatch(localErrorType &status, localContextUTF8 *context, void **object, const std::u16string &name,
@@ -470,6 +467,11 @@ bool localContextUTF8::funcExec(localErrorType &status, const std::u16string &na
         ran = entry->native(status, this, &noObject, nameCopy, arguments, result);
     }
     return functionStatusMap(status, before, ran);
+}
+
+bool localContextUTF8::leadsToBuiltIn(const localFunctionEntry *entry)
+{
+    return entry == nullptr || (!entry->block && (entry->native == nullptr || entry->native == contextDispatch));
 }
 
 bool localContextUTF8::memberCall(localErrorType &status, localContextUTF8 *context, void *holderObject,

@@ -158,6 +158,10 @@ public:
     static bool memberCall(localErrorType &status, localContextUTF8 *context, void *holderObject,
                            const std::u16string &nameUpper, localValueVector *arguments,
                            localValueDescription **result, localFunctionCache *cache = nullptr);
+    // Whether a call that found `entry` (null: nothing) goes on to the
+    // built-in of its name: the entry is no user function and no native
+    // function of its own, a method of CONTEXT being the built-ins' dispatch.
+    static bool leadsToBuiltIn(const localFunctionEntry *entry);
     bool createObj(localErrorType &status, const std::u16string &className, localValueVector *arguments,
                    localValueDescription **result);
 

@@ -250,3 +250,13 @@ void localExpressionForm::numericKeep(plan &made) const
     made.numericBool = result.boolean;
     made.numericBrackets = compiler.brackets;
 }
+
+void localExpressionForm::argumentsKeep(size_t position, const std::vector<uint32_t> &starts, size_t close)
+{
+    if (answers[position].arguments != nullptr)
+        return;
+    argumentList &made = argumentLists.emplace_back();
+    made.starts = starts;
+    made.close = uint32_t(close);
+    answers[position].arguments = &made;
+}

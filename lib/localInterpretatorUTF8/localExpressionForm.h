@@ -99,7 +99,18 @@ public:
         bool numericBrackets = false;
     };
 
+    // Where the arguments of a call whose "(" stands at a position start,
+    // and where its ")" stands: what the scanner's reading of the list
+    // found, which depends on the text alone.
+    struct argumentList {
+        std::vector<uint32_t> starts;
+        uint32_t close = 0;
+    };
+
     explicit localExpressionForm(const std::u16string &text);
+
+    const argumentList *argumentsAt(size_t position) const { return answers[position].arguments; }
+    void argumentsKeep(size_t position, const std::vector<uint32_t> &starts, size_t close);
 
     // The plan of the expression at `position`, if one is kept.
     const plan *planAt(size_t position) const { return answers[position].expression; }
@@ -174,6 +185,7 @@ private:
         token *name = nullptr;
         token *literal = nullptr;
         const plan *expression = nullptr;
+        const argumentList *arguments = nullptr;
     };
 
     int32_t operatorAt(const std::u16string &text, size_t &position, operatorPlace place)
@@ -202,6 +214,7 @@ private:
     // Deques, so that a kept token or plan never moves while the form grows.
     std::deque<token> tokens;
     std::deque<plan> plans;
+    std::deque<argumentList> argumentLists;
 };
 
 #endif

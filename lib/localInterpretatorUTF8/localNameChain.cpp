@@ -55,6 +55,25 @@ bool linkArguments(localErrorType &status, const std::u16string &text, size_t &p
     return true;
 }
 
+// A call on the context of a name that its kept lookup has found to be a
+// built-in with no function of the chain in front of it: what memberCall
+// does then, without its way there, its answer in `done`. False, with
+// nothing done, when the lookup does not hold or found something else.
+[[gnu::always_inline]] inline bool builtInCalled(localErrorType &status, localContextUTF8 *context,
+                                                 const localExpressionForm::name &kept, localValueVector &arguments,
+                                                 localValueDescription **returned, bool &done)
+{
+    const localFunctionCache &cache = kept.call;
+    const localContextUTF8 *owner = nullptr;
+    if (!cache.builtInKnown || cache.builtIn == nullptr || *cache.builtIn == nullptr
+        || !localContextUTF8::leadsToBuiltIn(context->functionLookup(kept.upper, kept.call, &owner)))
+        return false;
+    status = localErrorTypeOK;
+    *returned = localValueNew();
+    done = (*cache.builtIn)(status, context, arguments, *returned);
+    return true;
+}
+
 // A link's outcome: the returned cell becomes the chain's result, or on
 // failure everything the link holds is given back.
 [[gnu::always_inline]] inline bool linkEnd(bool done, localValueVector &arguments, localValueDescription **result, localValueDescription *returned)
@@ -246,8 +265,10 @@ bool localInterpretatorUTF8::scanStringGetNameChainCalled(localErrorType &status
             return false;
         }
         localValueDescription *returned = nullptr;
-        const bool done = localContextUTF8::memberCall(status, context, context, kept.upper, &arguments, &returned,
-                                                       &kept.call);
+        bool done = false;
+        if (!builtInCalled(status, context, kept, arguments, &returned, done))
+            done = localContextUTF8::memberCall(status, context, context, kept.upper, &arguments, &returned,
+                                                &kept.call);
         if (!linkEnd(done, arguments, result, returned))
             return false;
     }
@@ -262,6 +283,25 @@ bool localInterpretatorUTF8::scanStringGetParameters(localErrorType &status, con
                                                      localExpressionForm *form)
 {
     localValueReleaseAll(parameters);
+    const bool keeping = form != nullptr && !onlyCheck;
+    if (keeping) {
+        if (const localExpressionForm::argumentList *kept = form->argumentsAt(position)) {
+            for (const uint32_t start : kept->starts) {
+                // A failure leaves the position where the reading stopped.
+                position = start;
+                localValueDescription *parameter = nullptr;
+                if (!expressionAt(status, text, position, &parameter, context, false, form))
+                    return false;
+                parameters.push_back(parameter);
+            }
+            position = kept->close;
+            return true;
+        }
+    }
+    // Lent for the reading: a list is read once per form.
+    const localScratch<std::vector<uint32_t>> starts;
+    starts->clear();
+    const size_t open = position;
     bool afterParameter = false;
     bool afterComma = false;
     for (;;) {
@@ -276,6 +316,8 @@ bool localInterpretatorUTF8::scanStringGetParameters(localErrorType &status, con
                           << std::flush;
                 return false;
             }
+            if (keeping)
+                form->argumentsKeep(open, *starts, position);
             return true;
         }
         if (c == u',' && afterParameter) {
@@ -284,6 +326,7 @@ bool localInterpretatorUTF8::scanStringGetParameters(localErrorType &status, con
             afterComma = true;
             continue;
         }
+        starts->push_back(uint32_t(position));
         localValueDescription *parameter = nullptr;
         if (!expressionAt(status, text, position, &parameter, context, onlyCheck, form))
             return false;

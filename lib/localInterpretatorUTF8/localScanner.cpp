@@ -482,32 +482,19 @@ bool localInterpretatorUTF8::planNumeric(const localExpressionForm::plan &plan, 
     return true;
 }
 
-// An expression evaluated from its plan: the operands and reductions of
-// expressionReading, in the same order, without the reads.
-bool localInterpretatorUTF8::planRun(localErrorType &status, const std::u16string &text, size_t &position,
-                                     const localExpressionForm::plan &plan, localValueDescription **result,
-                                     localContextUTF8 *context, localExpressionForm *form)
+namespace {
+
+// The rest of a plan's run after its first operand, `operand`: the prefix,
+// the further operands and the reductions. Out of line: the stacks it sets
+// up would burden the lone operands of brackets and arguments.
+[[gnu::noinline]] bool planRunStacked(localErrorType &status, const std::u16string &text, size_t &position,
+                                      const localExpressionForm::plan &plan, localValueDescription *operand,
+                                      localValueDescription **result, localContextUTF8 *context,
+                                      localExpressionForm *form)
 {
     typedef localExpressionForm::plan::step step;
     const step *at = plan.steps.data();
     const step *const end = at + plan.steps.size();
-    double number = 0.0;
-    if (!plan.numeric.empty() && planNumeric(plan, context, number)) {
-        localValueDescription *cell = localMemoryManager::instance().allocateRanked(plan.numericCell);
-        cell->type = plan.numericBool ? localValueTypeBOO : localValueTypeNUM;
-        cell->localValueNumber = number;
-        *result = cell;
-        position = end[-1].operandEnd;
-        return true;
-    }
-    localValueDescription *operand = nullptr;
-    if (!planOperand(status, text, position, *at, &operand, context, form))
-        return false;
-    // A lone operand, as a bracket's or an argument's often is, is the value.
-    if (at + 1 == end && plan.unary == localUnaryNONE) {
-        *result = operand;
-        return true;
-    }
     evaluatorStacks stacks;
     stacks.push(operand);
     if (plan.unary != localUnaryNONE
@@ -529,6 +516,34 @@ bool localInterpretatorUTF8::planRun(localErrorType &status, const std::u16strin
             return false;
     *result = stacks.pop();
     return true;
+}
+
+} // namespace
+
+// An expression evaluated from its plan: the operands and reductions of
+// expressionReading, in the same order, without the reads.
+bool localInterpretatorUTF8::planRun(localErrorType &status, const std::u16string &text, size_t &position,
+                                     const localExpressionForm::plan &plan, localValueDescription **result,
+                                     localContextUTF8 *context, localExpressionForm *form)
+{
+    double number = 0.0;
+    if (!plan.numeric.empty() && planNumeric(plan, context, number)) {
+        localValueDescription *cell = localMemoryManager::instance().allocateRanked(plan.numericCell);
+        cell->type = plan.numericBool ? localValueTypeBOO : localValueTypeNUM;
+        cell->localValueNumber = number;
+        *result = cell;
+        position = plan.steps.back().operandEnd;
+        return true;
+    }
+    localValueDescription *operand = nullptr;
+    if (!planOperand(status, text, position, plan.steps.front(), &operand, context, form))
+        return false;
+    // A lone operand, as a bracket's or an argument's often is, is the value.
+    if (plan.steps.size() == 1 && plan.unary == localUnaryNONE) {
+        *result = operand;
+        return true;
+    }
+    return planRunStacked(status, text, position, plan, operand, result, context, form);
 }
 
 void localInterpretatorUTF8::scanStringSkipSpaceAndComments(const std::u16string &text, size_t &position)
