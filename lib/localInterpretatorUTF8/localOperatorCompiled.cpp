@@ -75,7 +75,9 @@ bool blockChildrenRun(localErrorType &status, localContextUTF8 *context, const l
 
 // A function body: a new context under the caller's (dynamic scope), the
 // parameters bound by reference, or by value where the heading says VAR.
-bool functionBodyRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record,
+// Out of line, as the rest below that prints or builds texts: the
+// executor's frame stays small for the statements that run most.
+[[gnu::noinline]] bool functionBodyRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record,
                      localValueVector *arguments, localValueDescription **result)
 {
     const size_t given = arguments != nullptr ? arguments->size() : 0;
@@ -150,24 +152,54 @@ inline bool numericAssignment(localContextUTF8 *context, const localOperatorComp
     return true;
 }
 
+// The messages of failed statements, out of line; they name the statement
+// kinds' runners, where users read them.
+[[gnu::cold, gnu::noinline]] bool expressionFault(localErrorType status, const localOperatorCompiled *record)
+{
+    const std::string tail = localDiagTail("expressionRun", __FILE__, __LINE__);
+    std::string out = "\n>> ";
+    localNarrowAppend(out, record->name);
+    out += '=';
+    localNarrowAppend(out, record->expression);
+    out += "; ";
+    out += tail;
+    out += "ERROR!!! ";
+    localNarrowAppend(out, localErrorText(status));
+    out += tail;
+    writeLine(std::move(out));
+    return false;
+}
+
+[[gnu::cold, gnu::noinline]] bool conditionFault(localErrorType status, const localOperatorCompiled *branch)
+{
+    const std::string tail = localDiagTail("ifRun", __FILE__, __LINE__);
+    std::string out = ">> ";
+    localNarrowAppend(out, branch->expression);
+    out += tail;
+    out += "ERROR!!! ";
+    localNarrowAppend(out, localErrorText(status));
+    out += tail;
+    writeLine(std::move(out));
+    return false;
+}
+
+[[gnu::cold, gnu::noinline]] bool returnFault(const localOperatorCompiled *record)
+{
+    std::string out = localNarrow(u"localCompiledOperatorTypeRENURN with expression [");
+    localNarrowAppend(out, record->expression);
+    out += "ERROR!!!";
+    out += localDiagTail("returnRun", __FILE__, __LINE__);
+    writeLine(std::move(out));
+    return false;
+}
+
 bool expressionRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record,
                    localValueDescription **result)
 {
     if (numericAssignment(context, record))
         return true;
-    if (!evaluateBracketed(status, record, context, result)) {
-        std::string out = "\n>> ";
-        localNarrowAppend(out, record->name);
-        out += '=';
-        localNarrowAppend(out, record->expression);
-        out += "; ";
-        out += LOCAL_DIAG_TAIL;
-        out += "ERROR!!! ";
-        localNarrowAppend(out, localErrorText(status));
-        out += LOCAL_DIAG_TAIL;
-        writeLine(std::move(out));
-        return false;
-    }
+    if (!evaluateBracketed(status, record, context, result))
+        return expressionFault(status, record);
     if (record->name.empty()) {
         localValueRelease(*result);
         return true;
@@ -203,16 +235,8 @@ bool ifRun(localErrorType &status, localContextUTF8 *context, const localOperato
         bool taken = false;
         if (!branch.expression.empty() && !numericTruth(&branch, context, taken)) {
             localValueDescription *condition = nullptr;
-            if (!li::evaluate(status, branch.expression, &condition, context, branch.expressionForm())) {
-                std::string out = ">> ";
-                localNarrowAppend(out, branch.expression);
-                out += LOCAL_DIAG_TAIL;
-                out += "ERROR!!! ";
-                localNarrowAppend(out, localErrorText(status));
-                out += LOCAL_DIAG_TAIL;
-                writeLine(std::move(out));
-                return false;
-            }
+            if (!li::evaluate(status, branch.expression, &condition, context, branch.expressionForm()))
+                return conditionFault(status, &branch);
             taken = condition->isTrue();
             localValueRelease(condition);
         }
@@ -224,7 +248,7 @@ bool ifRun(localErrorType &status, localContextUTF8 *context, const localOperato
     return true;
 }
 
-bool printRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record)
+[[gnu::noinline]] bool printRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record)
 {
     localValueDescription *value = nullptr;
     if (!li::evaluate(status, record->expression, &value, context, record->expressionForm())) {
@@ -252,14 +276,8 @@ bool returnRun(localErrorType &status, localContextUTF8 *context, const localOpe
                localValueDescription **result)
 {
     localValueDescription *value = nullptr;
-    if (!li::evaluate(status, record->expression, &value, context, record->expressionForm())) {
-        std::string out = localNarrow(u"localCompiledOperatorTypeRENURN with expression [");
-        localNarrowAppend(out, record->expression);
-        out += "ERROR!!!";
-        out += LOCAL_DIAG_TAIL;
-        writeLine(std::move(out));
-        return false;
-    }
+    if (!li::evaluate(status, record->expression, &value, context, record->expressionForm()))
+        return returnFault(record);
     status = localErrorTypeRETURN;
     // The value travels up in a cell of its own. The compiled text stands in
     // round brackets, so the evaluator's cell is such a copy already, held by
@@ -308,7 +326,7 @@ bool whileRun(localErrorType &status, localContextUTF8 *context, const localOper
     }
 }
 
-bool commandRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record)
+[[gnu::noinline]] bool commandRun(localErrorType &status, localContextUTF8 *context, const localOperatorCompiled *record)
 {
     // The ";" belongs to the statement: an unquoted file name of DO that
     // ended at a line end reads it as its last character.
