@@ -330,6 +330,17 @@ localVariable *localContextUTF8::variableLookupFilling(const std::u16string &nam
     return variable;
 }
 
+localVariable *localContextUTF8::variableCreateBound(const std::u16string &name, localValueDescription *cell)
+{
+    // What variableCreate and variableReplaceCell make together: the cell
+    // the first would take is given back by the second before anything can
+    // see it, and takes nothing here.
+    cell->linkCounterInc();
+    variables.emplace_back(name, cell);
+    variablesChanged();
+    return &variables.back();
+}
+
 localVariable *localContextUTF8::variableCreate(const std::u16string &name)
 {
     localValueDescription *cell = localValueNew();

@@ -123,6 +123,9 @@ public:
     localVariable *variableFind(const std::u16string &name, localContextUTF8 **foundIn = nullptr);
     // Appends a variable with a new cell (number 0); no duplicate check.
     localVariable *variableCreate(const std::u16string &name);
+    // Appends a variable that shares `cell` (one link more), as a parameter
+    // bound by reference does.
+    localVariable *variableCreateBound(const std::u16string &name, localValueDescription *cell);
     // Takes variables out of the list; their cells keep the links they had.
     void variableForget(size_t index);
     void variablesForget();

@@ -94,11 +94,10 @@ bool blockChildrenRun(localErrorType &status, localContextUTF8 *context, const l
     for (size_t i = 0; i < record->parameters.size(); ++i) {
         const localCompiledParameter &parameter = record->parameters[i];
         localValueDescription *argument = (*arguments)[i];
-        localVariable *variable = call.variableCreate(parameter.name);
         if (parameter.byValue)
-            localValueDescription::localValueCopy(variable->value, argument);
+            localValueDescription::localValueCopy(call.variableCreate(parameter.name)->value, argument);
         else
-            call.variableReplaceCell(variable, argument);
+            call.variableCreateBound(parameter.name, argument);
     }
     return blockChildrenRun(status, &call, record, arguments, result);
 }

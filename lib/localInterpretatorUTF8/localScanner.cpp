@@ -449,6 +449,25 @@ bool expressionReading(localErrorType &status, const std::u16string &text, size_
 
 } // namespace
 
+namespace {
+
+// A numeric operand's value; false when a variable holds no number.
+[[gnu::always_inline]] inline bool numericOperand(const localExpressionForm::plan::numericOperation &step,
+                                                  localContextUTF8 *context, double &value)
+{
+    if (step.kind == localExpressionForm::plan::numericOperation::fromNumber) {
+        value = step.number;
+        return true;
+    }
+    const localVariable *variable = step.token->variableIn(context);
+    if (variable == nullptr || variable->value->type != localValueTypeNUM)
+        return false;
+    value = variable->value->localValueNumber;
+    return true;
+}
+
+} // namespace
+
 bool localInterpretatorUTF8::planNumeric(const localExpressionForm::plan &plan, localContextUTF8 *context,
                                          double &value)
 {
@@ -456,26 +475,25 @@ bool localInterpretatorUTF8::planNumeric(const localExpressionForm::plan &plan, 
     // A bracket asks for stack room; at the limit the plain run reports it.
     if (plan.numericBrackets && localStackExhausted())
         return false;
+    localErrorType status = localErrorTypeOK;
+    const operation *steps = plan.numeric.data();
+    // Two operands and their operator, the commonest shape, without the stack.
+    if (plan.numeric.size() == 3 && steps[2].kind == operation::operate) {
+        double left = 0.0;
+        double right = 0.0;
+        return numericOperand(steps[0], context, left) && numericOperand(steps[1], context, right)
+               && numberCompute(status, steps[2].operation, left, right, value);
+    }
     double stack[localExpressionForm::plan::numericDepth];
     int top = 0;
-    localErrorType status = localErrorTypeOK;
     for (const operation &step : plan.numeric) {
-        switch (step.kind) {
-        case operation::fromVariable: {
-            const localVariable *variable = step.token->variableIn(context);
-            if (variable == nullptr || variable->value->type != localValueTypeNUM)
+        if (step.kind != operation::operate) {
+            if (!numericOperand(step, context, stack[top++]))
                 return false;
-            stack[top++] = variable->value->localValueNumber;
-            break;
-        }
-        case operation::fromNumber:
-            stack[top++] = step.number;
-            break;
-        case operation::operate:
+        } else {
             --top;
             if (!numberCompute(status, step.operation, stack[top - 1], stack[top], stack[top - 1]))
                 return false;
-            break;
         }
     }
     value = stack[0];
