@@ -87,10 +87,13 @@ public:
         return true;
     }
     int deepest() const { return maximum; }
+    // How many cells the plain run holds at most at once.
+    int cellsHeld() const { return highest; }
 
 private:
     std::function<const plan *(size_t)> planAt;
     uint64_t taken = 0;
+    int highest = 0;
     int stacked = 0;
     int maximum = 0;
 
@@ -100,6 +103,7 @@ private:
             return false;
         slot = __builtin_ctzll(~taken);
         taken |= uint64_t(1) << slot;
+        highest = std::max(highest, slot + 1);
         return true;
     }
     void giveBack(const held &cell)
@@ -247,6 +251,7 @@ void localExpressionForm::numericKeep(plan &made) const
         return;
     made.numeric = std::move(compiler.operations);
     made.numericCell = uint8_t(result.slot);
+    made.numericCells = uint8_t(compiler.cellsHeld());
     made.numericBool = result.boolean;
     made.numericBrackets = compiler.brackets;
 }

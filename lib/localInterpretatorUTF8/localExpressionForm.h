@@ -95,6 +95,9 @@ public:
         // numbers, bracket copies and partial results, taken and given back
         // lowest first, would have left it.
         uint8_t numericCell = 0;
+        // How many cells the plain run holds at once at most: with fewer
+        // free, it stops the program, and so the plain run is left to do.
+        uint8_t numericCells = 0;
         bool numericBool = false; // the last operator compares
         bool numericBrackets = false;
     };

@@ -472,8 +472,10 @@ bool localInterpretatorUTF8::planNumeric(const localExpressionForm::plan &plan, 
                                          double &value)
 {
     typedef localExpressionForm::plan::numericOperation operation;
-    // A bracket asks for stack room; at the limit the plain run reports it.
-    if (plan.numericBrackets && localStackExhausted())
+    // A bracket asks for stack room, and the cells must be there: at either
+    // limit the plain run reports it.
+    if ((plan.numericBrackets && localStackExhausted())
+        || localMemoryManager::instance().getFreeCount() < plan.numericCells)
         return false;
     localErrorType status = localErrorTypeOK;
     const operation *steps = plan.numeric.data();

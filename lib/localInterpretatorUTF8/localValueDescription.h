@@ -208,6 +208,7 @@ public:
     }
     size_t getReservedCount() const { return cellCount; }
     size_t getUsedCount() const { return used; }
+    size_t getFreeCount() const { return cellCount - used; }
     bool owns(const localValueDescription *cell) const { return indexOf(cell) < cellCount; }
     const localValueDescription &cellAt(size_t index) const { return table[index]; }
 

@@ -71,6 +71,39 @@ LOCAL_CHILD_CASE(lastCell)
     std::cout << "all " << manager.getUsedCount() << " cells busy\n" << std::flush;
 }
 
+// A kept numeric expression that holds three cells at most on its way,
+// run with `free` cells left: the way without cells must stop where the
+// plain one would.
+void numericWithFreeCells(size_t free)
+{
+    localContextUTF8 *context = localTest::globalContext();
+    context->variableSetNumber(u"A", 7);
+    const std::u16string text = u"a - 1 + 2 * a";
+    localExpressionForm form(text);
+    localErrorType status = localErrorTypeOK;
+    for (int run = 0; run < 2; ++run) {
+        localValueDescription *value = nullptr;
+        localInterpretatorUTF8::evaluate(status, text, &value, context, &form);
+        localValueRelease(value);
+    }
+    localMemoryManager &manager = localMemoryManager::instance();
+    while (manager.getFreeCount() > free)
+        manager.allocate();
+    localValueDescription *value = nullptr;
+    localInterpretatorUTF8::evaluate(status, text, &value, context, &form);
+    std::cout << "value " << value->localValueNumber << "\n" << std::flush;
+}
+
+LOCAL_CHILD_CASE(numericAtLimit)
+{
+    numericWithFreeCells(3);
+}
+
+LOCAL_CHILD_CASE(numericPastLimit)
+{
+    numericWithFreeCells(2);
+}
+
 LOCAL_CHILD_CASE(negativeLinks)
 {
     localValueDescription *cell = localValueNew();
@@ -124,6 +157,14 @@ private slots:
         QCOMPARE(past.exitCode, 1);
         QVERIFY2(past.output.contains("Memory manager (localMemoryManager) overflow. Resize not available"),
                  past.output.constData());
+        // 7 - (1 + 2 * 7), precedence being the operator's number.
+        const localTest::childResult numeric = localTest::runChild("numericAtLimit");
+        QCOMPARE(numeric.exitCode, 0);
+        QVERIFY2(numeric.output.contains("value -8"), numeric.output.constData());
+        const localTest::childResult numericPast = localTest::runChild("numericPastLimit");
+        QCOMPARE(numericPast.exitCode, 1);
+        QVERIFY2(numericPast.output.contains("Memory manager (localMemoryManager) overflow. Resize not available"),
+                 numericPast.output.constData());
     }
 
     void fatalStops_data()
