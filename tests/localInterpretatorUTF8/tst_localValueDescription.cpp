@@ -147,43 +147,33 @@ private slots:
         localValueRelease(c);
     }
 
-    void tableLimits()
-    {
-        QCOMPARE(localMemoryManager::instance().getReservedCount(), size_t(102400));
-        const localTest::childResult full = localTest::runChild("lastCell");
-        QCOMPARE(full.exitCode, 0);
-        QVERIFY2(full.output.contains("all 102400 cells busy"), full.output.constData());
-        const localTest::childResult past = localTest::runChild("exhaustion");
-        QCOMPARE(past.exitCode, 1);
-        QVERIFY2(past.output.contains("Memory manager (localMemoryManager) overflow. Resize not available"),
-                 past.output.constData());
-        // 7 - (1 + 2 * 7), precedence being the operator's number.
-        const localTest::childResult numeric = localTest::runChild("numericAtLimit");
-        QCOMPARE(numeric.exitCode, 0);
-        QVERIFY2(numeric.output.contains("value -8"), numeric.output.constData());
-        const localTest::childResult numericPast = localTest::runChild("numericPastLimit");
-        QCOMPARE(numericPast.exitCode, 1);
-        QVERIFY2(numericPast.output.contains("Memory manager (localMemoryManager) overflow. Resize not available"),
-                 numericPast.output.constData());
-    }
-
-    void fatalStops_data()
+    // Each case runs in a child process: the table's limits, and the stops
+    // that broken invariants make.
+    void childOutcomes_data()
     {
         QTest::addColumn<QString>("childCase");
+        QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("message");
-        QTest::newRow("negative links") << "negativeLinks"
-                                        << "localValueDescription::linkCounterDec() Error!!!  linkCounter cannot be "
-                                           "negative!";
-        QTest::newRow("result not null") << "resultNotNull"
-                                         << "localInterpretatorUTF8::scanStringGetExpressionAndEvaluete() result "
-                                            "must be NULL!";
+        const QString overflow = "Memory manager (localMemoryManager) overflow. Resize not available";
+        QTest::newRow("last cell") << "lastCell" << 0 << "all 102400 cells busy";
+        QTest::newRow("one past the last") << "exhaustion" << 1 << overflow;
+        // 7 - (1 + 2 * 7), precedence being the operator's number.
+        QTest::newRow("numeric, cells enough") << "numericAtLimit" << 0 << "value -8";
+        QTest::newRow("numeric, a cell short") << "numericPastLimit" << 1 << overflow;
+        QTest::newRow("negative links")
+            << "negativeLinks" << 1 << "localValueDescription::linkCounterDec() Error!!!  linkCounter cannot be negative!";
+        QTest::newRow("result not null")
+            << "resultNotNull" << 1
+            << "localInterpretatorUTF8::scanStringGetExpressionAndEvaluete() result must be NULL!";
     }
-    void fatalStops()
+    void childOutcomes()
     {
         QFETCH(QString, childCase);
+        QFETCH(int, exitCode);
         QFETCH(QString, message);
+        QCOMPARE(localMemoryManager::instance().getReservedCount(), size_t(102400));
         const localTest::childResult result = localTest::runChild(childCase);
-        QCOMPARE(result.exitCode, 1);
+        QCOMPARE(result.exitCode, exitCode);
         QVERIFY2(QString::fromUtf8(result.output).contains(message), result.output.constData());
     }
 
