@@ -153,14 +153,10 @@ inline bool numericAssignment(localContextUTF8 *context, const localOperatorComp
 
 // The messages of failed statements, out of line; they name the statement
 // kinds' runners, where users read them.
-[[gnu::cold, gnu::noinline]] bool expressionFault(localErrorType status, const localOperatorCompiled *record)
+// "<head><tail>ERROR!!! <status><tail>", the tail naming `routine`.
+[[gnu::cold]] bool statementFault(localErrorType status, const char *routine, std::string out)
 {
-    const std::string tail = localDiagTail("expressionRun", __FILE__, __LINE__);
-    std::string out = "\n>> ";
-    localNarrowAppend(out, record->name);
-    out += '=';
-    localNarrowAppend(out, record->expression);
-    out += "; ";
+    const std::string tail = localDiagTail(routine, __FILE__, __LINE__);
     out += tail;
     out += "ERROR!!! ";
     localNarrowAppend(out, localErrorText(status));
@@ -169,17 +165,21 @@ inline bool numericAssignment(localContextUTF8 *context, const localOperatorComp
     return false;
 }
 
+[[gnu::cold, gnu::noinline]] bool expressionFault(localErrorType status, const localOperatorCompiled *record)
+{
+    std::string out = "\n>> ";
+    localNarrowAppend(out, record->name);
+    out += '=';
+    localNarrowAppend(out, record->expression);
+    out += "; ";
+    return statementFault(status, "expressionRun", std::move(out));
+}
+
 [[gnu::cold, gnu::noinline]] bool conditionFault(localErrorType status, const localOperatorCompiled *branch)
 {
-    const std::string tail = localDiagTail("ifRun", __FILE__, __LINE__);
     std::string out = ">> ";
     localNarrowAppend(out, branch->expression);
-    out += tail;
-    out += "ERROR!!! ";
-    localNarrowAppend(out, localErrorText(status));
-    out += tail;
-    writeLine(std::move(out));
-    return false;
+    return statementFault(status, "ifRun", std::move(out));
 }
 
 [[gnu::cold, gnu::noinline]] bool returnFault(const localOperatorCompiled *record)
